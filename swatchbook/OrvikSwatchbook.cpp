@@ -1,0 +1,3 @@
+#include "OrvikSwatchbook.h"
+
+OrvikSwatchbook::~OrvikSwatchbook() = default;
