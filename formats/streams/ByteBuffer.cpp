@@ -1,0 +1,96 @@
+#include "ByteBuffer.h"
+
+#include <algorithm>
+#include <cstring>
+#include <new>
+
+#include "OrvikSwatchbookStream.h"
+
+namespace formats {
+
+namespace {
+
+std::int32_t ElementsIn(std::int32_t size, std::int32_t elementSize) {
+    return std::max<std::int32_t>(1, size / elementSize);
+}
+
+}  // namespace
+
+ByteBuffer::ByteBuffer(std::int32_t elementSize, std::int32_t initialSize, std::int32_t growthSize)
+    : elementSize_(std::max<std::int32_t>(1, elementSize)),
+      initialCount_(ElementsIn(initialSize, elementSize_)),
+      growthStep_(ElementsIn(growthSize, elementSize_)) {}
+
+ByteBuffer::~ByteBuffer() {
+    Free();
+}
+
+void ByteBuffer::Free() {
+    delete[] data_;
+    data_ = nullptr;
+    count_ = 0;
+    capacity_ = 0;
+}
+
+// Capacity grows at least geometrically, so filling a buffer chunk by chunk
+// copies each byte a bounded number of times.
+bool ByteBuffer::Reserve(std::int64_t needed) {
+    if (needed <= capacity_) return true;
+    constexpr std::int64_t kMaxCount = INT32_MAX;
+    if (needed > kMaxCount || needed * elementSize_ > std::int64_t(PTRDIFF_MAX)) return false;
+    std::int64_t capacity = data_ == nullptr
+                                ? std::max<std::int64_t>(initialCount_, needed)
+                                : std::max({needed, std::int64_t(capacity_) + growthStep_, std::int64_t(capacity_) * 2});
+    capacity = std::min(capacity, kMaxCount);
+    auto* data = new (std::nothrow) std::uint8_t[std::size_t(capacity * elementSize_)];
+    if (data == nullptr) return false;
+    if (count_ != 0) std::memcpy(data, data_, std::size_t(count_) * std::size_t(elementSize_));
+    delete[] data_;
+    data_ = data;
+    capacity_ = std::int32_t(capacity);
+    return true;
+}
+
+std::uint32_t ByteBuffer::Append(const void* source, std::int32_t count) {
+    if (count < 0 || !Reserve(std::int64_t(count_) + count)) return kAppendFailed;
+    const std::int32_t first = count_;
+    const std::size_t bytes = std::size_t(count) * std::size_t(elementSize_);
+    if (bytes != 0) {
+        if (source != nullptr) {
+            std::memcpy(Data(first), source, bytes);
+        } else {
+            std::memset(Data(first), 0, bytes);
+        }
+    }
+    count_ += count;
+    return std::uint32_t(first);
+}
+
+std::uint8_t* ByteBuffer::AppendZeros(std::int32_t count) {
+    const std::uint32_t first = Append(nullptr, count);
+    return first == kAppendFailed ? nullptr : Data(std::int32_t(first));
+}
+
+void ByteBuffer::Truncate(std::int32_t count) {
+    if (count >= 0 && count < count_) count_ = count;
+}
+
+std::int32_t ReadAll(ByteBuffer& buffer, OrvikSwatchbookStream& stream) {
+    buffer.Free();
+    if (stream.IsReading() != 1) return 0;
+    for (std::int32_t chunk = buffer.InitialCount();; chunk = buffer.GrowthStep()) {
+        std::uint8_t* destination = buffer.AppendZeros(chunk);
+        if (destination == nullptr) {
+            buffer.Free();
+            return 0;
+        }
+        const std::int64_t chunkBytes = std::int64_t(chunk) * buffer.ElementSize();
+        const std::int64_t got = std::clamp<std::int64_t>(stream.Read(destination, std::size_t(chunkBytes)), 0, chunkBytes);
+        if (got < chunkBytes) {
+            buffer.Truncate(buffer.Count() - chunk + std::int32_t(got / buffer.ElementSize()));
+            return 1;
+        }
+    }
+}
+
+}  // namespace formats
