@@ -1,0 +1,195 @@
+#include "ColorBookReader.h"
+
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "formats/ReaderResult.h"
+#include "formats/streams/ByteBuffer.h"
+#include "formats/streams/ByteCursor.h"
+#include "formats/streams/OrvikSwatchbookStream.h"
+#include "swatchbook/OrvikSwatchbook.h"
+
+namespace formats {
+
+namespace {
+
+constexpr std::uint8_t kMagic[4] = {'7', 'K', 'C', 'B'};
+constexpr std::uint8_t kTrailerMark[4] = {'s', 'p', 'f', 'l'};
+constexpr std::uint8_t kSpotMark[4] = {'s', 'p', 'o', 't'};
+constexpr std::size_t kCodeBytes = 6;
+
+// UTF-16 units in the read buffer, already in host order.
+struct Text {
+    const std::uint8_t* units = nullptr;
+    std::size_t count = 0;
+
+    char16_t At(std::size_t i) const { return char16_t(units[2 * i] | (units[2 * i + 1] << 8)); }
+    std::u16string ToString() const { return CopyUtf16(units, count); }
+};
+
+// A localisation key "$$$/path=default" stands for its default text.
+Text CutLocalisationKey(Text text) {
+    if (text.count < 3 || text.At(0) != u'$' || text.At(1) != u'$' || text.At(2) != u'$') return text;
+    for (std::size_t i = 0; i < text.count; ++i) {
+        if (text.At(i) == u'=') return {text.units + 2 * (i + 1), text.count - i - 1};
+    }
+    return text;
+}
+
+// A count of units, then the units; the units are swapped where they lie.
+bool ReadText(ByteCursor& in, bool keepKeys, Text& text) {
+    if (!in.Has(4)) return false;
+    const std::uint64_t count = in.ReadU32();
+    if (!in.Has(2 * count)) return false;
+    std::uint8_t* units = in.Take(std::size_t(2 * count));
+    SwapUtf16InPlace(units, std::size_t(count));
+    text = {units, std::size_t(count)};
+    if (!keepKeys) text = CutLocalisationKey(text);
+    return true;
+}
+
+struct Header {
+    std::uint16_t bookId = 0;
+    Text title, prefix, postfix, copyright;
+    std::uint16_t colorCount = 0;
+    std::uint16_t pageSize = 0;
+    std::uint16_t pageKeyOffset = 0;
+    std::uint16_t colorSpace = 0;
+};
+
+std::int32_t ReadHeader(ByteCursor& in, bool keepKeys, Header& header) {
+    if (!in.Has(4)) return kReadTruncated;
+    if (std::memcmp(in.Take(4), kMagic, 4) != 0) return kReadBadMagic;
+    if (!in.Has(2)) return kReadTruncated;
+    if (in.ReadU16() != 1) return kReadBadVersion;
+    if (!in.Has(2)) return kReadTruncated;
+    header.bookId = in.ReadU16();
+    for (Text* text : {&header.title, &header.prefix, &header.postfix, &header.copyright}) {
+        if (!ReadText(in, keepKeys, *text)) return kReadTruncated;
+    }
+    for (std::uint16_t* value : {&header.colorCount, &header.pageSize, &header.pageKeyOffset, &header.colorSpace}) {
+        if (!in.Has(2)) return kReadTruncated;
+        *value = in.ReadU16();
+    }
+    return kReadOK;
+}
+
+// The book's colour space for the file's identifier; 0 for an unknown one.
+std::int32_t MapColorSpace(std::uint16_t identifier) {
+    switch (identifier) {
+        case 0: return swatchbook::kRGBSpace;
+        case 2: return swatchbook::kCMYKSpace;
+        case 7: return swatchbook::kLabSpace;
+        default: return 0;
+    }
+}
+
+std::int32_t KindFromFlags(std::uint32_t flags, std::int32_t colorSpace) {
+    if (flags & kColorBookSpotKind) return swatchbook::kSpotKind;
+    if (flags & kColorBookGlobalKind) return swatchbook::kGlobalKind;
+    return colorSpace == swatchbook::kLabSpace ? swatchbook::kSpotKind : swatchbook::kGlobalKind;
+}
+
+struct Record {
+    bool gap = false;
+    Text name;
+    std::u16string code;
+    const std::uint8_t* components = nullptr;
+};
+
+// Parses every record before the book sees any, so a damaged file adds no
+// swatch at all.
+bool ReadRecords(ByteCursor& in, std::uint32_t flags, std::uint16_t count, std::size_t channels, bool inverted,
+                 std::vector<Record>& records) {
+    for (std::uint16_t i = 0; i < count; ++i) {
+        Record record;
+        if (!in.Has(4)) return false;
+        const std::uint64_t nameUnits = in.ReadU32();
+        if (!in.Has(2 * nameUnits)) return false;
+        std::uint8_t* name = in.Take(std::size_t(2 * nameUnits));
+        SwapUtf16InPlace(name, std::size_t(nameUnits));
+        record.gap = nameUnits == 0;
+        record.name = {name, std::size_t(nameUnits)};
+        if ((flags & kColorBookKeepKeys) == 0) record.name = CutLocalisationKey(record.name);
+        if (!in.Has(std::uint64_t(channels) + kCodeBytes)) return false;
+        const std::uint8_t* code = in.Take(kCodeBytes);
+        for (std::size_t c = 0; c < kCodeBytes && code[c] != 0; ++c) record.code.push_back(char16_t(code[c]));
+        std::uint8_t* components = in.Take(channels);
+        // Ink is stored inverted: 0 in the file is full ink.
+        if (inverted) {
+            for (std::size_t c = 0; c < channels; ++c) components[c] = std::uint8_t(255 - components[c]);
+        }
+        record.components = components;
+        records.push_back(std::move(record));
+    }
+    return true;
+}
+
+void AddRecords(OrvikSwatchbook& book, const std::vector<Record>& records, std::uint32_t flags, std::int32_t format,
+                std::int32_t kind) {
+    for (const Record& record : records) {
+        if (record.gap) {
+            if (flags & kColorBookKeepGaps) book.SetSwatchKind(book.AddSwatch(-1), swatchbook::kEmptyPlaceKind);
+            continue;
+        }
+        const std::int32_t swatch = book.AddSwatch(-1);
+        book.SetSwatchKind(swatch, kind);
+        book.SetSwatchName(swatch, record.name.ToString());
+        if (flags & kColorBookWithCodes) book.SetSwatchKey(swatch, record.code);
+        book.SetSwatchValuesInt8(swatch, format, record.components);
+    }
+}
+
+}  // namespace
+
+std::int32_t IsColorBook(OrvikSwatchbookStream& stream) {
+    if (!stream.IsOpen()) return 0;
+    std::uint8_t magic[4] = {};
+    return stream.Read(magic, 4) == 4 && std::memcmp(magic, kMagic, 4) == 0 ? 1 : 0;
+}
+
+std::int32_t ReadColorBook(OrvikSwatchbookStream& stream, OrvikSwatchbook& book, std::uint32_t flags) {
+    if (!stream.IsOpen()) return kReadStreamNotOpen;
+    ByteBuffer buffer(1, kReadChunkSize, kReadChunkSize);
+    if (!ReadAll(buffer, stream)) return kReadStreamNotOpen;
+    ByteCursor in(buffer.Data(), std::size_t(buffer.Count()));
+
+    Header header;
+    if (const std::int32_t result = ReadHeader(in, (flags & kColorBookKeepKeys) != 0, header); result != kReadOK) {
+        return result;
+    }
+
+    book.BeginFill();
+    book.SetTitle(header.title.ToString());
+    book.SetPrefix(header.prefix.ToString());
+    book.SetPostfix(header.postfix.ToString());
+    book.SetCopyright(header.copyright.ToString());
+    book.SetPageSize(header.pageSize);
+    book.SetPageKeyOffset(header.pageKeyOffset);
+    book.SetBookID(header.bookId);
+
+    const std::int32_t format = book.AddFormat();
+    book.SetFormatEncoding(format, swatchbook::kInt8Encoding);
+    const std::int32_t colorSpace = MapColorSpace(header.colorSpace);
+    if (colorSpace == 0) return kReadUnknownColorSpace;
+    book.SetFormatColorSpace(format, colorSpace);
+    const std::int32_t channels = book.GetFormatChannels(format);
+
+    std::int32_t kind = KindFromFlags(flags, colorSpace);
+    std::vector<Record> records;
+    if (!ReadRecords(in, flags, header.colorCount, std::size_t(channels > 0 ? channels : 0),
+                     colorSpace == swatchbook::kCMYKSpace, records)) {
+        return kReadTruncated;
+    }
+    // The optional trailer says whether the book holds spot colours.
+    if (in.Has(8) && std::memcmp(in.Take(4), kTrailerMark, 4) == 0) {
+        kind = std::memcmp(in.Take(4), kSpotMark, 4) == 0 ? swatchbook::kSpotKind : swatchbook::kGlobalKind;
+    }
+
+    AddRecords(book, records, flags, format, kind);
+    book.EndFill();
+    return kReadOK;
+}
+
+}  // namespace formats
