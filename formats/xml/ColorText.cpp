@@ -1,0 +1,90 @@
+#include "ColorText.h"
+
+#include <cmath>
+#include <cstddef>
+
+#include "swatchbook/SwatchbookCodes.h"
+
+namespace formats::xml {
+namespace {
+
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
+class NumberReader {
+public:
+    explicit NumberReader(std::string_view text) : text_(text) {}
+
+    // Digits and minus signs; a minus anywhere makes the number negative.
+    // Modulo 2^32 here, which keeps the low 8 or 16 bits the caller wants.
+    std::uint32_t NextInteger() {
+        SkipSpaces();
+        std::uint32_t value = 0;
+        bool negative = false;
+        for (; at_ < text_.size(); ++at_) {
+            const char c = text_[at_];
+            if (IsDigit(c)) {
+                value = value * 10 + std::uint32_t(c - '0');
+            } else if (c == '-') {
+                negative = true;
+            } else {
+                break;
+            }
+        }
+        return negative ? 0 - value : value;
+    }
+
+    // Digits, minus signs and points. The digits after the first point are
+    // counted and the whole digit string divided once by ten to that power,
+    // so "1.2.3" reads as 1.23.
+    double NextFloat() {
+        SkipSpaces();
+        double digits = 0;
+        bool negative = false;
+        bool afterPoint = false;
+        std::size_t fractionDigits = 0;
+        for (; at_ < text_.size(); ++at_) {
+            const char c = text_[at_];
+            if (IsDigit(c)) {
+                digits = digits * 10 + (c - '0');
+                if (afterPoint) ++fractionDigits;
+            } else if (c == '-') {
+                negative = true;
+            } else if (c == '.') {
+                afterPoint = true;
+            } else {
+                break;
+            }
+        }
+        const double value = digits / std::pow(10.0, double(fractionDigits));
+        return negative ? -value : value;
+    }
+
+private:
+    void SkipSpaces() {
+        while (at_ < text_.size() && text_[at_] == ' ') ++at_;
+    }
+
+    std::string_view text_;
+    std::size_t at_ = 0;
+};
+
+}  // namespace
+
+void ParseColorText(std::string_view text, std::int32_t encoding, std::int32_t count, void* values) {
+    NumberReader reader(text);
+    for (std::int32_t i = 0; i < count; ++i) {
+        switch (encoding) {
+        case swatchbook::kInt8Encoding:
+            static_cast<std::uint8_t*>(values)[i] = static_cast<std::uint8_t>(reader.NextInteger());
+            break;
+        case swatchbook::kInt16Encoding:
+            static_cast<std::uint16_t*>(values)[i] = static_cast<std::uint16_t>(reader.NextInteger());
+            break;
+        default:
+            static_cast<double*>(values)[i] = reader.NextFloat();
+            break;
+        }
+    }
+}
+
+}  // namespace formats::xml

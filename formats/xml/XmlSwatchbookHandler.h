@@ -1,0 +1,69 @@
+// The state machine that turns the parser's element and text events of an
+// XML swatchbook into calls on a swatch book.
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+#include "formats/streams/ByteBuffer.h"
+
+class OrvikSwatchbook;
+
+namespace formats::xml {
+
+class XmlSwatchbookHandler {
+public:
+    // More channels than any colour book uses; a colour whose format claims
+    // more is dropped, so a hostile channel count cannot demand gigabytes.
+    static constexpr std::int32_t kMaxColorChannels = 256;
+
+    // `flags` are the reader's (XmlSwatchbookReader.h).
+    XmlSwatchbookHandler(OrvikSwatchbook& book, std::uint32_t flags);
+
+    // `attributes` holds name/value pairs in document order, null-terminated.
+    void StartElement(const char* name, const char** attributes);
+    void EndElement();
+    void CharacterData(const char* data, int length);
+
+private:
+    enum class State : std::uint8_t {
+        Skip = 1,
+        Document = 2,
+        Book = 3,
+        Formats = 4,
+        Format = 5,
+        Swatches = 6,
+        Swatch = 7,
+        Alternate = 8,
+        Spacer = 9,
+        Pairs = 10,
+        Pair = 11,
+        ColorText = 13,
+    };
+
+    // Elements deeper than the stack are skipped; only the depth is counted.
+    static constexpr std::size_t kStackSize = 256;
+
+    State Top() const { return depth_ < kStackSize ? stack_[depth_] : State::Skip; }
+
+    State StartInDocument(const char* name, const char** attributes);
+    State StartInBook(const char* name) const;
+    State StartInFormats(const char* name, const char** attributes);
+    State StartInSwatches(const char* name, const char** attributes);
+    State StartInSwatch(const char* name, const char** attributes);
+    State StartInPairs(const char* name, const char** attributes);
+    void EndColor();
+
+    OrvikSwatchbook& book_;
+    const bool keepKeys_;
+    const bool keepSpacers_;
+    std::array<State, kStackSize> stack_{};
+    std::size_t depth_ = 0;
+    ByteBuffer text_;
+    bool textLost_ = false;  // the colour's text did not fit in memory
+    std::int32_t currentSwatch_ = -1;
+    std::int32_t currentColorFormat_ = 0;
+    bool firstPairSeen_ = false;
+};
+
+}  // namespace formats::xml
