@@ -76,8 +76,13 @@ public:
     virtual double GetSwatchTint(std::int32_t swatch, std::int32_t* ok) const = 0;
     virtual bool GetSwatchValuesNative(std::int32_t swatch, std::int32_t format, void* values) const = 0;
     virtual std::int32_t GetValueFormats(std::int32_t swatch, std::int32_t* formats) const = 0;
-    virtual std::int32_t FindSwatch(const std::u16string& name, bool stripAffixes, bool bookQuirks) const = 0;
-    virtual std::u16string StripAffixes(const std::u16string& fullName) const = 0;
+    // The first swatch whose name equals `name` (or, with stripAffixes, the
+    // name less Prefix and Postfix); bookQuirks adds the name rules of books
+    // 3002 and 3005. -1 when none matches.
+    virtual std::int32_t FindSwatch(const std::u16string& name, bool stripAffixes, bool bookQuirks) const;
+    // The middle of a full name that starts with Prefix and ends with Postfix
+    // and has something between them; else empty.
+    virtual std::u16string StripAffixes(const std::u16string& fullName) const;
 
     // Writing swatches.
     virtual std::int32_t AddSwatch(std::int32_t position) = 0;
@@ -85,15 +90,27 @@ public:
     virtual bool SetSwatchName(std::int32_t swatch, const std::u16string& name) = 0;
     virtual bool SetSwatchKey(std::int32_t swatch, const std::u16string& key) = 0;
     virtual bool SetSwatchTint(std::int32_t swatch, double tint) = 0;
-    virtual bool SetSwatchValuesInt16(std::int32_t swatch, std::int32_t format, const std::uint16_t* values) = 0;
-    virtual bool SetSwatchValuesInt8(std::int32_t swatch, std::int32_t format, const std::uint8_t* values) = 0;
-    virtual bool SetSwatchValuesFloat(std::int32_t swatch, std::int32_t format, const double* values) = 0;
+    virtual bool SetSwatchValuesInt16(std::int32_t swatch, std::int32_t format, const std::uint16_t* values);
+    virtual bool SetSwatchValuesInt8(std::int32_t swatch, std::int32_t format, const std::uint8_t* values);
+    virtual bool SetSwatchValuesFloat(std::int32_t swatch, std::int32_t format, const double* values);
+    // Values given in `encoding` are converted to the format's own encoding
+    // and passed to SetSwatchValuesNative; false when they cannot be.
     virtual bool SetSwatchValues(std::int32_t swatch, std::int32_t format, std::int32_t encoding,
-                                 const void* values) = 0;
+                                 const void* values);
     virtual bool SetSwatchValuesNative(std::int32_t swatch, std::int32_t format, const void* values) = 0;
 
+    // FindSwatch beginning at `start` and wrapping around; a start at or
+    // beyond the count searches from 0.
+    std::int32_t FindSwatch(const std::u16string& name, bool stripAffixes, bool bookQuirks,
+                            std::int32_t start) const;
+
     // Non-virtual helpers of the writer; implemented on top of the above.
+    // The mirror of SetSwatchValues: native values converted to `encoding`.
     bool GetSwatchValues(std::int32_t swatch, std::int32_t format, std::int32_t encoding, void* values) const;
     bool GetSwatchValuesFloat(std::int32_t swatch, std::int32_t format, double* values) const;
+    // The format to read a swatch's values in: of the swatch's formats, those
+    // of the wanted colour space (0 = any), preferring Lab over RGB over CMYK,
+    // then Float over Int16 over Int8, the earliest on a tie. -1 when none
+    // fits; 0 for a swatch index out of range.
     std::int32_t ChooseValueFormat(std::int32_t swatch, std::int32_t wantedColorSpace) const;
 };

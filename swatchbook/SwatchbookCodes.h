@@ -27,4 +27,27 @@ inline constexpr std::int32_t kEmptyPlaceKind = 4;
 // The most channels any colour space has.
 inline constexpr int kMaxChannels = 4;
 
+// Channels of a colour space; 0 for Custom (counted per format) and for
+// anything that is not a colour space.
+constexpr std::int32_t DefaultChannelCount(std::int32_t colorSpace) {
+    switch (colorSpace) {
+        case kGraySpace: return 1;
+        case kLabSpace: return 3;
+        case kRGBSpace: return 3;
+        case kCMYKSpace: return 4;
+        case kXYZSpace: return 3;
+        default: return 0;
+    }
+}
+
+// Bytes of one channel value; 0 for anything that is not an encoding.
+constexpr std::int32_t BytesPerChannel(std::int32_t encoding) {
+    switch (encoding) {
+        case kInt8Encoding: return 1;
+        case kInt16Encoding: return 2;
+        case kFloatEncoding: return 8;
+        default: return 0;
+    }
+}
+
 }  // namespace swatchbook
