@@ -1,0 +1,59 @@
+// Faults the host injects on demand: a suite that cannot be acquired, the
+// N-th call of host suite functions failing, the N-th block allocation of
+// libZPBasic failing.
+#pragma once
+
+#include <ZPTypes.h>
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace kelvra {
+
+struct CallFault {
+    // Which calls are counted: every host suite function (both empty), those
+    // of one suite (function empty) or one function of one suite.
+    std::string suite;
+    std::string function;
+    std::uint64_t nth = 1;     // the n-th matching call from the moment the fault is set
+    bool fromThenOn = false;   // false: that call only
+    ZPErr code = kZPCantHappenErr;  // functions that answer no code answer "no" instead
+};
+
+class FaultInjector {
+public:
+    // Acquiring `name` (in every version, or only in `version`) answers
+    // kZPSuiteNotFoundErr.
+    void MakeSuiteUnavailable(std::string name, std::optional<std::int32_t> version = {});
+    void FailCall(CallFault fault);
+    // The n-th block allocation of libZPBasic from now on fails.
+    void FailBlockAllocation(std::uint64_t nth, bool fromThenOn = false);
+    // Removes every fault (call counts stay).
+    void Clear();
+
+    bool IsSuiteUnavailable(std::string_view name, std::int32_t version) const;
+    // Counts one call of suite.function; the code to answer when it is to fail.
+    std::optional<ZPErr> OnCall(std::string_view suite, std::string_view function);
+
+    // Calls of host suite functions counted so far, in all and per
+    // (suite, function).
+    std::uint64_t TotalCalls() const { return totalCalls_; }
+    const std::map<std::pair<std::string, std::string>, std::uint64_t>& Calls() const { return calls_; }
+
+private:
+    struct ArmedCallFault {
+        CallFault fault;
+        std::uint64_t seen = 0;
+    };
+    std::vector<std::pair<std::string, std::optional<std::int32_t>>> unavailable_;
+    std::vector<ArmedCallFault> callFaults_;
+    std::uint64_t totalCalls_ = 0;
+    std::map<std::pair<std::string, std::string>, std::uint64_t> calls_;
+};
+
+}  // namespace kelvra

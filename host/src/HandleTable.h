@@ -1,0 +1,64 @@
+// Host objects handed to modules as opaque handles. A handle the host did
+// not hand out (or that was disposed of) is found in no table, so a bad
+// handle is answered with an error instead of being followed.
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <unordered_map>
+#include <vector>
+
+namespace kelvra {
+
+template <typename T>
+class HandleTable {
+public:
+    template <typename Handle>
+    Handle Add(std::unique_ptr<T> object) {
+        T* raw = object.get();
+        items_.emplace(raw, Item{std::move(object), ++added_});
+        return reinterpret_cast<Handle>(raw);
+    }
+    // Null for anything that is not a live handle of this table.
+    template <typename Handle>
+    T* Find(Handle handle) const {
+        auto found = items_.find(reinterpret_cast<const T*>(handle));
+        return found == items_.end() ? nullptr : found->second.object.get();
+    }
+    template <typename Handle>
+    bool Remove(Handle handle) {
+        return items_.erase(reinterpret_cast<const T*>(handle)) != 0;
+    }
+    template <typename Predicate>
+    void RemoveIf(Predicate predicate) {
+        std::erase_if(items_, [&](const auto& item) { return predicate(*item.second.object); });
+    }
+    template <typename Predicate>
+    std::size_t CountIf(Predicate predicate) const {
+        return std::size_t(std::count_if(items_.begin(), items_.end(),
+                                         [&](const auto& item) { return predicate(*item.second.object); }));
+    }
+    std::size_t Count() const { return items_.size(); }
+    // The live objects in the order they were added.
+    std::vector<const T*> InOrder() const {
+        std::vector<const Item*> items;
+        for (const auto& item : items_) items.push_back(&item.second);
+        std::sort(items.begin(), items.end(), [](const Item* a, const Item* b) { return a->order < b->order; });
+        std::vector<const T*> objects;
+        for (const Item* item : items) objects.push_back(item->object.get());
+        return objects;
+    }
+    void Clear() { items_.clear(); }
+
+private:
+    struct Item {
+        std::unique_ptr<T> object;
+        std::uint64_t order;
+    };
+    std::unordered_map<const T*, Item> items_;
+    std::uint64_t added_ = 0;
+};
+
+}  // namespace kelvra

@@ -1,0 +1,88 @@
+#include "HostState.h"
+
+#include <ZPBasicControl.h>
+
+#include <numeric>
+
+namespace kelvra {
+
+Host::Host() : state_(std::make_unique<HostState>()) {}
+
+Host::~Host() = default;
+
+Module& Host::Load(const std::filesystem::path& path) { return state_->Load(path); }
+
+EventLog& Host::Events() { return state_->events; }
+
+FaultInjector& Host::Faults() { return state_->faults; }
+
+HostClock& Host::Clock() { return state_->clock; }
+
+HostStringTable& Host::HostStrings() { return state_->hostStrings; }
+
+std::vector<SuiteCount> Host::SuiteCounts() const { return state_->suites.Counts(); }
+
+std::uint64_t Host::SuitesHeld() const {
+    const auto counts = SuiteCounts();
+    return std::accumulate(counts.begin(), counts.end(), std::uint64_t(0),
+                           [](std::uint64_t sum, const SuiteCount& c) { return sum + c.Held(); });
+}
+
+BlockCounts Host::LiveBlocks() const {
+    const zpbasic::Counts basic = zpbasic::GetCounts();
+    BlockCounts counts;
+    counts.basic = basic.liveBlocks;
+    counts.blocks = state_->blocks.size();
+    for (const auto& [block, info] : state_->blocks) counts.blockNames.push_back(info.debugName);
+    counts.badFrees = basic.badFrees + state_->badBlockFrees;
+    return counts;
+}
+
+ObjectCounts Host::LiveObjects() const {
+    ObjectCounts counts;
+    counts.strings = state_->strings.CountIf([](const HostString& s) { return !s.global; });
+    counts.filePaths = state_->filePaths.Count();
+    counts.dataFilters = state_->dataFilters.Count();
+    counts.accesses = state_->accesses.size();
+    counts.appContexts = state_->appContexts.size();
+    return counts;
+}
+
+const std::vector<MessageRecord>& Host::Messages() const { return state_->messages; }
+
+namespace {
+
+template <typename Record>
+std::vector<Record> Copies(const std::vector<const Record*>& records) {
+    std::vector<Record> copies;
+    for (const Record* record : records) copies.push_back(*record);
+    return copies;
+}
+
+}  // namespace
+
+std::vector<NotifierRecord> Host::Notifiers() const { return Copies(state_->notifiers.InOrder()); }
+
+std::vector<FileFormatRecord> Host::FileFormats() const {
+    return Copies(state_->fileFormats.InOrder());
+}
+
+void Host::AnswerQuestions(bool yes) {
+    state_->answerQuestion = [yes](const std::string&) { return yes; };
+}
+
+void Host::AnswerQuestions(std::function<bool(const std::string&)> policy) {
+    state_->answerQuestion = std::move(policy);
+}
+
+void Host::SetCanShowDialogs(bool can) { state_->canShowDialogs = can; }
+
+const ZPBasicSuite* Host::BasicSuite() const { return HostBasicSuite(); }
+
+ZPErr Host::Notify(KVNotifierHandle notifier, void* notifyData) {
+    const NotifierRecord* record = state_->notifiers.Find(notifier);
+    if (record == nullptr) throw HostError("no such notifier");
+    return const_cast<Module*>(record->owner)->Notify(notifier, notifyData);
+}
+
+}  // namespace kelvra

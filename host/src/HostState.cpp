@@ -1,0 +1,95 @@
+#include "HostState.h"
+
+#include "UnicodeText.h"
+#include "suites/HostSuites.h"
+
+#include <ZPBasicControl.h>
+
+#include <cstdlib>
+
+namespace kelvra {
+
+namespace {
+
+HostState* currentHost = nullptr;
+
+}  // namespace
+
+HostState* CurrentHost() { return currentHost; }
+
+HostState::HostState() {
+    if (currentHost != nullptr) throw HostError("only one kelvra::Host may exist in a process at a time");
+    for (const SuiteDefinition& suite : HostSuites()) suites.Add(suite.name, suite.version, suite.table, nullptr);
+    answerQuestion = [](const std::string&) { return true; };
+    zpbasic::Reset();
+    clock.UseSystemClock();
+    currentHost = this;
+}
+
+HostState::~HostState() {
+    // Modules go first: their code may still call the host while it unloads.
+    modules.clear();
+    dataFilters.Clear();
+    for (auto& [block, info] : blocks) std::free(block);
+    blocks.clear();
+    zpbasic::Reset();
+    clock.UseSystemClock();
+    currentHost = nullptr;
+}
+
+Module& HostState::Load(const std::filesystem::path& path) {
+    std::unique_ptr<Module> module(new Module(*this, ModuleFile::Read(path)));
+    module->Open();
+    modules.push_back(std::move(module));
+    return *modules.back();
+}
+
+Module* HostState::FindModule(ZPPluginRef plugin) const {
+    for (const auto& module : modules) {
+        if (module->Ref() == plugin) return module.get();
+    }
+    return nullptr;
+}
+
+void HostState::Withdraw(const Module& module) {
+    suites.Withdraw(&module);
+    notifiers.RemoveIf([&](const NotifierRecord& n) { return n.owner == &module; });
+    fileFormats.RemoveIf([&](const FileFormatRecord& f) { return f.owner == &module; });
+}
+
+void HostState::Record(const Module& module, const char* caller, const char* selector, ZPErr result) {
+    messages.push_back({module.Name(), caller, selector, result});
+}
+
+KVUnicodeStringRef HostState::NewString(std::u16string units, std::string key, bool global) {
+    auto string = std::make_unique<HostString>();
+    string->units = std::move(units);
+    string->key = std::move(key);
+    string->global = global;
+    return strings.Add<KVUnicodeStringRef>(std::move(string));
+}
+
+KVUnicodeStringRef HostState::NewStringFromPlatformText(std::string_view text, bool global) {
+    std::string key = IsLocalisationKey(text) ? std::string(text) : std::string();
+    return NewString(Utf8ToUtf16(ResolveLocalisationKey(text)), std::move(key), global);
+}
+
+bool HostState::SetText(KVUnicodeStringRef string, std::u16string units) {
+    HostString* found = strings.Find(string);
+    if (found == nullptr || found->global) return false;
+    found->units = std::move(units);
+    found->key.clear();
+    return true;
+}
+
+std::string HostState::Utf8Of(KVUnicodeStringRef string) const {
+    const HostString* found = strings.Find(string);
+    return found == nullptr ? std::string() : Utf16ToUtf8(found->units);
+}
+
+std::string HostState::KeyOf(KVUnicodeStringRef string) const {
+    const HostString* found = strings.Find(string);
+    return found == nullptr ? std::string() : found->key;
+}
+
+}  // namespace kelvra
