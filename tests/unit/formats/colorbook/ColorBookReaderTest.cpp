@@ -280,6 +280,10 @@ struct KindCase {
     Bytes trailer;
 };
 
+void PrintTo(const KindCase& c, std::ostream* os) {
+    *os << c.name;
+}
+
 class ColorBookKindTest : public ::testing::TestWithParam<KindCase> {};
 
 TEST_P(ColorBookKindTest, FlagsAndTrailerChooseTheKind) {
