@@ -1,0 +1,39 @@
+// kelvra-host: the emulated host as a command.
+#include "RunCommand.h"
+#include "ValidateCommand.h"
+
+#include <CLI/CLI.hpp>
+
+int main(int argc, char** argv) {
+    CLI::App app{"kelvra-host: the emulated Kelvra host. Loads a module file as the host would, "
+                 "runs it and validates it."};
+    app.require_subcommand(1);
+
+    kelvra::cli::RunOptions run;
+    CLI::App* runCommand = app.add_subcommand(
+        "run",
+        "Load MODULE and run its lifecycle (start-up, purge, save notification, unload, reload, shut-down). "
+        "Prints each message with its result code (four characters when printable, else decimal; success 0), "
+        "the notifiers and file formats it registered, the suites acquired and released, the event log and what "
+        "is still live at the end. Exit status 0 when the module loaded and its start-up answered 0.");
+    runCommand->add_option("MODULE", run.module, "the module file")->required();
+    runCommand->add_flag("--json", run.json, "print the same as one JSON object (see host/README.md)");
+
+    kelvra::cli::ValidateOptions validate;
+    CLI::App* validateCommand = app.add_subcommand(
+        "validate",
+        "Check that MODULE keeps the rules of a module, each check in its own child process with a time limit. "
+        "One line per check: pass, fail or crash, its id and a detail; then 'N passed, N failed'. "
+        "Exit status 0 only when every check passed.");
+    validateCommand->add_option("MODULE", validate.module, "the module file")->required();
+    validateCommand->add_flag("--json", validate.json, "print the same as one JSON object (see host/README.md)");
+    validateCommand->add_flag("--only-failed", validate.onlyFailed, "hide the checks that passed");
+    validateCommand->add_option("--seed", validate.seed, "fix the order the checks run in (random otherwise)");
+    validateCommand->add_option("--timeout", validate.timeoutSeconds, "time limit of each check in seconds")
+        ->capture_default_str()
+        ->check(CLI::PositiveNumber);
+
+    CLI11_PARSE(app, argc, argv);
+    if (runCommand->parsed()) return kelvra::cli::Run(run);
+    return kelvra::cli::Validate(validate);
+}

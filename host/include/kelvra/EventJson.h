@@ -1,0 +1,19 @@
+// The event log's JSON form: one object per event, with "type" ("alert",
+// "question", "more-info", "usage") and the fields of that kind:
+//   alert      {"type", "text", "key"}
+//   question   {"type", "text", "key", "answer": true|false}
+//   more-info  {"type", "text", "key", "helpKey", "number"}
+//   usage      {"type", "category", "event", "detail": text or null}
+// "key" is the localisation key the text was made from, "" for plain text.
+#pragma once
+
+#include "EventLog.h"
+
+#include <nlohmann/json.hpp>
+
+namespace kelvra {
+
+nlohmann::json ToJson(const Event& event);
+nlohmann::json ToJson(const EventLog& log);
+
+}  // namespace kelvra
