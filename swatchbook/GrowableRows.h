@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
+#include <limits>
 #include <new>
 #include <type_traits>
 
@@ -98,7 +99,7 @@ public:
     }
 
 private:
-    static constexpr std::size_t kMaxRows = static_cast<std::size_t>(PTRDIFF_MAX) / sizeof(Row);
+    static constexpr std::size_t kMaxRows = static_cast<std::size_t>(std::numeric_limits<std::ptrdiff_t>::max()) / sizeof(Row);
 
     bool Reserve(std::size_t needed) {
         if (needed <= capacity_) {
