@@ -21,6 +21,9 @@ public:
     std::int64_t Read(void* destination, std::size_t count) override;
     std::int64_t Write(const void* source, std::size_t count) override;
 
+    // Reading starts again at the first byte.
+    void Rewind() { position_ = 0; }
+
     // Writes past this many bytes in total come up short.
     void LimitWrites(std::size_t bytes) { writeLimit_ = bytes; }
 
