@@ -1,0 +1,178 @@
+// Reading a colour book of 65,535 colours and a swatch exchange file of
+// 10,000 blocks from memory into a ReferenceBook, each beside a baseline that
+// only walks the same fields and byte-swaps them into a plain array.
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "formats/colorbook/ColorBookReader.h"
+#include "formats/exchange/SwatchExchangeReader.h"
+#include "formats/streams/BigEndian.h"
+#include "swatchbook/ReferenceBook.h"
+#include "tests/support/ColorBookBuilder.h"
+#include "tests/support/MemoryStream.h"
+#include "tests/support/SwatchExchangeBuilder.h"
+#include "tests/support/Utf16Text.h"
+
+namespace {
+
+using namespace testsupport;
+
+constexpr int kColorBookColors = 65535;
+constexpr int kExchangeBlocks = 10000;
+constexpr int kExchangeGroups = 10;
+
+std::u16string NameOf(const char* stem, int i) {
+    return U16(std::string(stem) + " " + std::to_string(i));
+}
+
+const Bytes& ColorBookFile() {
+    static const Bytes file = [] {
+        ColorBookDescription book;
+        book.title = U16("Benchmark book");
+        book.colorSpace = kColorBookCMYK;
+        for (int i = 0; i < kColorBookColors; ++i) {
+            book.records.push_back({NameOf("Colour", i), std::to_string(i),
+                                    {std::uint8_t(i), std::uint8_t(i >> 8), std::uint8_t(i * 3), 7}, {}});
+        }
+        book.trailer = ColorBookTrailer("spot");
+        return BuildColorBook(book);
+    }();
+    return file;
+}
+
+// Ten groups, each with its start and end block, and colour entries of every
+// model read, one in five of them tinted.
+const Bytes& ExchangeFile() {
+    static const Bytes file = [] {
+        SwatchExchangeDescription description;
+        const int perGroup = (kExchangeBlocks - 2 * kExchangeGroups) / kExchangeGroups;
+        const char* models[] = {"RGB ", "CMYK", "LAB ", "Gray"};
+        const std::vector<float> values[] = {{0.1f, 0.5f, 0.9f}, {0.1f, 0.2f, 0.3f, 0.4f}, {0.5f, -20.0f, 30.0f}, {0.5f}};
+        int n = 0;
+        for (int g = 0; g < kExchangeGroups; ++g) {
+            description.blocks.push_back(GroupStartBlock(NameOf("Group", g)));
+            for (int i = 0; i < perGroup; ++i, ++n) {
+                ExchangeColor color{{}, NameOf("Swatch", n), {}, models[n % 4], values[n % 4], std::uint16_t(n % 3)};
+                if (n % 5 == 0) color.tint = 0.5f;
+                description.blocks.push_back(ColorBlock(color));
+            }
+            description.blocks.push_back(GroupEndBlock());
+        }
+        return BuildSwatchExchange(description);
+    }();
+    return file;
+}
+
+void ReportRates(benchmark::State& state, std::size_t bytes, std::int64_t swatches) {
+    state.SetBytesProcessed(std::int64_t(state.iterations()) * std::int64_t(bytes));
+    state.counters["swatches/s"] =
+        benchmark::Counter(double(swatches), benchmark::Counter::kIsIterationInvariantRate);
+}
+
+void BM_ReadColorBook(benchmark::State& state) {
+    auto stream = MemoryStream::Reading(ColorBookFile());
+    ReferenceBook book;
+    for (auto _ : state) {
+        stream.Rewind();
+        if (formats::ReadColorBook(stream, book, formats::kColorBookWithCodes) != 0) state.SkipWithError("read failed");
+        benchmark::DoNotOptimize(book.CountSwatches());
+    }
+    ReportRates(state, ColorBookFile().size(), kColorBookColors);
+}
+
+struct PlainColor {
+    char16_t name[32];
+    char code[7];
+    std::uint8_t components[4];
+};
+
+// The bare work: the same fields walked, names swapped, into a plain array.
+void BM_ColorBookBaseline(benchmark::State& state) {
+    Bytes file = ColorBookFile();
+    std::vector<PlainColor> colors(kColorBookColors);
+    for (auto _ : state) {
+        Bytes bytes = file;  // the reader, too, takes its own copy of the file
+        std::uint8_t* p = bytes.data() + 8;
+        for (int text = 0; text < 4; ++text) p += 4 + 2 * formats::LoadU32(p);
+        const int count = formats::LoadU16(p);
+        p += 8;
+        for (int i = 0; i < count; ++i) {
+            const std::uint32_t units = formats::LoadU32(p);
+            p += 4;
+            formats::SwapUtf16InPlace(p, units);
+            std::memcpy(colors[std::size_t(i)].name, p, std::min<std::size_t>(units, 31) * 2);
+            p += 2 * units;
+            std::memcpy(colors[std::size_t(i)].code, p, 6);
+            for (int c = 0; c < 4; ++c) colors[std::size_t(i)].components[c] = std::uint8_t(255 - p[6 + c]);
+            p += 10;
+        }
+        benchmark::DoNotOptimize(colors.data());
+        benchmark::ClobberMemory();
+    }
+    ReportRates(state, file.size(), kColorBookColors);
+}
+
+void BM_ReadSwatchExchange(benchmark::State& state) {
+    auto stream = MemoryStream::Reading(ExchangeFile());
+    ReferenceBook book;
+    std::int64_t swatches = 0;
+    for (auto _ : state) {
+        stream.Rewind();
+        if (formats::ReadSwatchExchange(stream, book, 0) != 0) state.SkipWithError("read failed");
+        swatches = book.CountSwatches();
+    }
+    ReportRates(state, ExchangeFile().size(), swatches);
+}
+
+struct PlainEntry {
+    char16_t name[32];
+    std::uint8_t model[4];
+    float tint;
+    float values[4];
+    std::uint16_t colorType;
+};
+
+void BM_SwatchExchangeBaseline(benchmark::State& state) {
+    const Bytes file = ExchangeFile();
+    std::vector<PlainEntry> entries(kExchangeBlocks);
+    std::int64_t swatches = 0;
+    for (auto _ : state) {
+        Bytes bytes = file;
+        const std::uint32_t blocks = formats::LoadU32(bytes.data() + 8);
+        std::size_t at = 12;
+        swatches = 0;
+        for (std::uint32_t b = 0; b < blocks; ++b) {
+            const std::uint16_t type = formats::LoadU16(&bytes[at]);
+            const std::uint32_t length = formats::LoadU32(&bytes[at + 2]);
+            std::uint8_t* p = &bytes[at + 6];
+            if (type == 1 || type == 2) {
+                PlainEntry& entry = entries[std::size_t(swatches++)];
+                entry.tint = type == 2 ? formats::LoadFloat(p) : 0.0f;
+                p += type == 2 ? 4 : 0;
+                const std::size_t units = formats::LoadU16(p);
+                formats::SwapUtf16InPlace(p + 2, units);
+                std::memcpy(entry.name, p + 2, std::min<std::size_t>(units, 32) * 2);
+                p += 2 + 2 * units;
+                std::memcpy(entry.model, p, 4);
+                const int channels = entry.model[0] == 'C' ? 4 : entry.model[0] == 'G' ? 1 : 3;
+                for (int c = 0; c < channels; ++c) entry.values[c] = formats::LoadFloat(p + 4 + 4 * c);
+                entry.colorType = formats::LoadU16(p + 4 + 4 * channels);
+            }
+            at += 6 + length;
+        }
+        benchmark::DoNotOptimize(entries.data());
+        benchmark::ClobberMemory();
+    }
+    ReportRates(state, file.size(), swatches);
+}
+
+BENCHMARK(BM_ReadColorBook)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_ColorBookBaseline)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_ReadSwatchExchange)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_SwatchExchangeBaseline)->Unit(benchmark::kMillisecond);
+
+}  // namespace
