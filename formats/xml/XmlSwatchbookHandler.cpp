@@ -53,7 +53,6 @@ void XmlSwatchbookHandler::StartElement(const char* name, const char** attribute
 }
 
 void XmlSwatchbookHandler::EndElement() {
-    if (depth_ == 0) return;
     const State ended = Top();
     --depth_;
     if (ended == State::ColorText && currentColorFormat_ >= 0) EndColor();
