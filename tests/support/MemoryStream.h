@@ -26,6 +26,8 @@ public:
 
     // Writes past this many bytes in total come up short.
     void LimitWrites(std::size_t bytes) { writeLimit_ = bytes; }
+    // Makes room up front, so that writing up to `bytes` allocates nothing.
+    void Reserve(std::size_t bytes) { bytes_.reserve(bytes); }
 
     const std::vector<std::uint8_t>& Bytes() const { return bytes_; }
     std::size_t ReadCalls() const { return readCalls_; }
