@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "formats/ReaderResult.h"
+#include "swatchbook/ReferenceBook.h"
 #include "tests/support/ColorBookBuilder.h"
 #include "tests/support/MemoryStream.h"
 #include "tests/support/MockSwatchbook.h"
@@ -375,6 +376,38 @@ TEST(ColorBookReaderTest, AChannelCountThatIsNotPositiveReadsNoComponents) {
     ExpectSwatch(book, 0, 2, U16("A"), {});
     EXPECT_CALL(book, EndFill());
     EXPECT_EQ(Read(BuildColorBook(file), book, 0), kReadOK);
+}
+
+TEST(ColorBookReaderTest, ARealBookKeepsTheHeaderAfterALaterFailure) {
+    ColorBookDescription file = testsupport::SampleColorBook();
+    file.colorSpace = 1;
+    ReferenceBook unknownSpace;
+    EXPECT_EQ(Read(BuildColorBook(file), unknownSpace, 0), kReadUnknownColorSpace);
+    EXPECT_EQ(unknownSpace.GetTitle(), U16("Sample Book"));
+    EXPECT_EQ(unknownSpace.GetBookID(), 3002);
+    EXPECT_EQ(unknownSpace.CountFormats(), 1);
+    EXPECT_EQ(unknownSpace.GetFormatEncoding(0), 1);
+    EXPECT_EQ(unknownSpace.CountSwatches(), 0);
+
+    file = testsupport::SampleColorBook();
+    file.records.back().declaredNameLength = 1000;
+    ReferenceBook damagedRecord;
+    EXPECT_EQ(Read(BuildColorBook(file), damagedRecord, 0), kReadTruncated);
+    EXPECT_EQ(damagedRecord.GetPrefix(), U16("P "));
+    EXPECT_EQ(damagedRecord.GetPageSize(), 7);
+    EXPECT_EQ(damagedRecord.GetFormatColorSpace(0), 4);
+    EXPECT_EQ(damagedRecord.CountSwatches(), 0);
+}
+
+TEST(ColorBookReaderTest, ARealBookReadsTheSample) {
+    ReferenceBook book;
+    ASSERT_EQ(Read(BuildColorBook(testsupport::SampleColorBook()), book, kColorBookKeepGaps), kReadOK);
+    ASSERT_EQ(book.CountSwatches(), 4);
+    EXPECT_EQ(book.GetSwatchName(0, true), U16("P Red 032 C"));
+    EXPECT_EQ(book.GetSwatchKind(0), 1);
+    EXPECT_EQ(book.GetSwatchKind(1), 0);  // an empty place has no kind the book keeps
+    EXPECT_EQ(book.GetSwatchName(3, false), U16("Sky"));
+    EXPECT_EQ(book.GetSwatchRecord(2).values[1], 160.0 / 255.0);
 }
 
 // Hostile input: the sample book cut at every length and with every byte
