@@ -1,0 +1,64 @@
+#include <kelvra/FaultInjector.h>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+constexpr ZPErr kCode = ZP_FOURCC('F', 'A', 'I', 'L');
+
+TEST(FaultInjectorTest, NothingFailsWithoutAFault) {
+    kelvra::FaultInjector faults;
+    for (int i = 0; i < 10; ++i) EXPECT_FALSE(faults.OnCall("S", "f").has_value());
+    EXPECT_EQ(faults.TotalCalls(), 10u);
+    EXPECT_EQ(faults.Calls().at({"S", "f"}), 10u);
+}
+
+TEST(FaultInjectorTest, TheNthCallOfAnySuiteFailsOnce) {
+    kelvra::FaultInjector faults;
+    faults.FailCall({"", "", 3, false, kCode});
+    EXPECT_FALSE(faults.OnCall("A", "f"));
+    EXPECT_FALSE(faults.OnCall("B", "g"));
+    EXPECT_EQ(faults.OnCall("C", "h"), kCode);
+    EXPECT_FALSE(faults.OnCall("A", "f"));
+}
+
+TEST(FaultInjectorTest, TheNthCallFailsFromThenOn) {
+    kelvra::FaultInjector faults;
+    faults.FailCall({"", "", 2, true, kCode});
+    EXPECT_FALSE(faults.OnCall("A", "f"));
+    EXPECT_EQ(faults.OnCall("A", "f"), kCode);
+    EXPECT_EQ(faults.OnCall("B", "g"), kCode);
+    faults.Clear();
+    EXPECT_FALSE(faults.OnCall("A", "f"));
+}
+
+TEST(FaultInjectorTest, OnlyCallsOfTheNamedSuiteAreCounted) {
+    kelvra::FaultInjector faults;
+    faults.FailCall({"B", "", 2, false, kCode});
+    EXPECT_FALSE(faults.OnCall("B", "f"));
+    EXPECT_FALSE(faults.OnCall("A", "f"));
+    EXPECT_EQ(faults.OnCall("B", "g"), kCode);
+}
+
+TEST(FaultInjectorTest, OnlyCallsOfTheNamedFunctionAreCounted) {
+    kelvra::FaultInjector faults;
+    faults.FailCall({"B", "g", 2, false, kCode});
+    EXPECT_FALSE(faults.OnCall("B", "g"));
+    EXPECT_FALSE(faults.OnCall("B", "f"));
+    EXPECT_FALSE(faults.OnCall("A", "g"));
+    EXPECT_EQ(faults.OnCall("B", "g"), kCode);
+    EXPECT_FALSE(faults.OnCall("B", "g"));
+}
+
+TEST(FaultInjectorTest, ASuiteIsUnavailableInEveryVersionOrInOne) {
+    kelvra::FaultInjector faults;
+    faults.MakeSuiteUnavailable("A");
+    faults.MakeSuiteUnavailable("B", 7);
+    EXPECT_TRUE(faults.IsSuiteUnavailable("A", 1));
+    EXPECT_TRUE(faults.IsSuiteUnavailable("A", 9));
+    EXPECT_TRUE(faults.IsSuiteUnavailable("B", 7));
+    EXPECT_FALSE(faults.IsSuiteUnavailable("B", 6));
+    EXPECT_FALSE(faults.IsSuiteUnavailable("C", 1));
+}
+
+}  // namespace
