@@ -55,7 +55,8 @@ public:
 
     std::int32_t CountSwatches() const override;
 
-    // Forgets the swatches (keeping their storage) and the formats.
+    // Forgets the swatches (keeping their storage), the name index and the
+    // formats.
     void BeginFill() override;
     // Trims the swatch storage to the swatch count.
     void EndFill() override;
