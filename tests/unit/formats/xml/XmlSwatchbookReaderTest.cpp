@@ -8,6 +8,7 @@
 #include "KVError.h"
 #include "XmlReaderTesting.h"
 #include "formats/ReaderResult.h"
+#include "swatchbook/ReferenceBook.h"
 
 namespace {
 
@@ -132,6 +133,23 @@ TEST(ReadXmlSwatchbook, ReadsFloatColours) {
                                       R"(<Swatches><Sp N="a"><C F="f">0.5 0.25 -1</C></Sp>)"
                                       R"(<Sp N="b"><C F="f">1.2.3</C></Sp></Swatches>)");
     EXPECT_EQ(Read(document, book), formats::kReadOK);
+}
+
+TEST(ReadXmlSwatchbook, FillsARealBookWithFloatColoursOfThreeChannels) {
+    ReferenceBook book;
+    const std::string document = Book(
+        R"(<Formats><Format ID="f" Channels="3" ColorSpace="LAB" Encoding="Float"/></Formats>)"
+        R"(<Swatches><Sp N="a"><C F="f">0.5 0.25 -1</C></Sp><Pl N="b"><C F="f">1.2.3</C></Pl></Swatches>)");
+    ASSERT_EQ(Read(document, book), formats::kReadOK);
+    ASSERT_EQ(book.GetFormatChannels(0), 3);
+    ASSERT_EQ(book.CountSwatches(), 2);
+    const ReferenceSwatch& a = book.GetSwatchRecord(0);
+    EXPECT_EQ(a.kind, 1);
+    EXPECT_EQ(a.colorSpace, 3);
+    EXPECT_THAT(a.values, testing::ElementsAre(0.5, 0.25, -1.0, 0.0));
+    const ReferenceSwatch& b = book.GetSwatchRecord(1);
+    EXPECT_EQ(b.kind, 3);
+    EXPECT_THAT(b.values, testing::ElementsAre(1.23, 0.0, 0.0, 0.0));
 }
 
 TEST(ReadXmlSwatchbook, WrapsIntegerColours) {
