@@ -93,6 +93,7 @@ TEST(ModuleTest, SaveUserDataNotifiesTheModulesSaveNotifier) {
     EXPECT_EQ(host.LiveObjects().appContexts, 0u);
     EXPECT_EQ(host.Messages().back().caller, "KV Notifier");
     EXPECT_EQ(host.Messages().back().selector, "KV Notify");
+    EXPECT_THROW(host.Notify(reinterpret_cast<KVNotifierHandle>(&host)), kelvra::HostError);
 }
 
 TEST(ModuleTest, ShutDownWithdrawsTheModulesRegistrations) {
