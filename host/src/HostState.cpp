@@ -21,7 +21,8 @@ HostState::HostState() {
     if (currentHost != nullptr) throw HostError("only one kelvra::Host may exist in a process at a time");
     for (const SuiteDefinition& suite : HostSuites()) suites.Add(suite.name, suite.version, suite.table, nullptr);
     answerQuestion = [](const std::string&) { return true; };
-    zpbasic::Reset();
+    // Blocks live now belong to whoever made them; only the faults go.
+    zpbasic::ClearAllocationFault();
     clock.UseSystemClock();
     currentHost = this;
 }
@@ -32,6 +33,8 @@ HostState::~HostState() {
     dataFilters.Clear();
     for (auto& [block, info] : blocks) std::free(block);
     blocks.clear();
+    // What the unloaded modules leaked can be freed now; the next host
+    // counts from zero.
     zpbasic::Reset();
     clock.UseSystemClock();
     currentHost = nullptr;
