@@ -89,6 +89,9 @@ ResultCode Dispatch(Plugin& plugin, const char* caller, const char* selector, vo
 
     const EntryResult report = ExceptionToResultAtEntry([&] {
         plugin.ReportError(handled.code, caller, selector, message);
+        // A reload that failed leaves the object unloaded, and an unloaded
+        // object holds nothing until the next reload.
+        if (!plugin.IsLoaded()) plugin.Abandon();
         return kNoErr;
     });
     return report.threw ? report.code : handled.code;

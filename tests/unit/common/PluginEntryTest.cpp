@@ -132,12 +132,14 @@ TEST_F(PluginEntryTest, ReloadRebuildsTheObjectAndStartsItAgainWithoutRegisterin
     EXPECT_EQ(test_plugin::Ran(), Ran{"Notify"});
 }
 
-TEST_F(PluginEntryTest, AFailedReloadLeavesTheObjectUnloaded) {
+TEST_F(PluginEntryTest, AFailedReloadLeavesTheObjectUnloadedHoldingNothing) {
     Start();
     messages_.Unload();
     fake::Host& host = fake::TheHost();
     host.acquireFailures[kKVNotifierSuite] = kv::FourCC("GONE");
     EXPECT_EQ(messages_.Reload(), kv::FourCC("GONE"));
+    EXPECT_EQ(test_plugin::Global(), nullptr);
+    EXPECT_TRUE(NothingHeld(host));
     test_plugin::Ran().clear();
     EXPECT_EQ(messages_.Notify(reinterpret_cast<KVNotifierHandle>(0x07E4)), kv::kNoErr);
     EXPECT_TRUE(test_plugin::Ran().empty());
