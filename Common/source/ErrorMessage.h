@@ -2,6 +2,7 @@
 // or from the host's list for the codes the host describes itself.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 #include "KVError.h"

@@ -31,10 +31,7 @@ void SaveUserDataNotifierName(const char* pluginName, char (&name)[256]) noexcep
 
 }  // namespace
 
-Plugin::Plugin(ZPPluginRef self) noexcept {
-    state_.self = self;
-    SetName("Plugin");
-}
+Plugin::Plugin(ZPPluginRef self) noexcept { state_.self = self; }
 
 Plugin::~Plugin() = default;
 
@@ -86,8 +83,8 @@ ResultCode Plugin::Message(const char* caller, const char* selector, void* messa
         } else if (Is(caller, kZPCacheCaller)) {
             if (Is(selector, kZPPurgeCachesSelector)) return Purge() != kNoErr ? kCachesFlushedResponse : kNoErr;
         } else if (Is(caller, kKVNotifierCaller)) {
-            const AppContextScope context(state_.self);
             auto* notification = static_cast<KVNotifierMessage*>(message);
+            const AppContextScope context(notification->d.self);
             if (notification->notifier == state_.saveUserDataNotifier) return SaveUserData();
             if (Is(selector, kKVNotifySelector)) return Notify(notification);
         } else if (Is(caller, kKVFileFormatCaller)) {

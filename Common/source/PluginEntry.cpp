@@ -89,12 +89,16 @@ ResultCode Dispatch(Plugin& plugin, const char* caller, const char* selector, vo
 
     const EntryResult report = ExceptionToResultAtEntry([&] {
         plugin.ReportError(handled.code, caller, selector, message);
-        // A reload that failed leaves the object unloaded, and an unloaded
-        // object holds nothing until the next reload.
+        return kNoErr;
+    });
+    // A reload that failed leaves the object unloaded, and an unloaded object
+    // holds nothing until the next reload.
+    const EntryResult abandoned = ExceptionToResultAtEntry([&] {
         if (!plugin.IsLoaded()) plugin.Abandon();
         return kNoErr;
     });
-    return report.threw ? report.code : handled.code;
+    if (report.threw) return report.code;
+    return abandoned.threw ? abandoned.code : handled.code;
 }
 
 }  // namespace

@@ -184,6 +184,34 @@ TEST_F(PluginTest, ARebuildAfterReloadStartsTheDerivedFieldsOverAndKeepsThePlugi
     EXPECT_EQ(fake::TheHost().calls, Ran{"ReleasePluginAccess"});
 }
 
+TEST(PluginBaseTest, TheBaseIsNamedPluginAndHandlesNoFileFormatRequest) {
+    kv::Plugin base(fake::kPlugin);
+    EXPECT_STREQ(base.Name(), "Plugin");
+    EXPECT_EQ(base.Self(), fake::kPlugin);
+    EXPECT_FALSE(base.IsLoaded());
+    KVFileFormatMessage request{};
+    EXPECT_EQ(base.GetFileFormatParameters(&request), kv::kUnhandledMsgErr);
+    EXPECT_EQ(base.SetFileFormatParameters(&request), kv::kUnhandledMsgErr);
+    EXPECT_EQ(base.GoFileFormat(&request), kv::kUnhandledMsgErr);
+    EXPECT_EQ(base.CheckFileFormat(&request), kv::kUnhandledMsgErr);
+    EXPECT_EQ(base.UpdateFileFormat(&request), kv::kUnhandledMsgErr);
+    ZPInterfaceMessage interface{};
+    KVNotifierMessage notification{};
+    EXPECT_EQ(base.StartupPlugin(&interface), kv::kNoErr);
+    EXPECT_EQ(base.ShutdownPlugin(&interface), kv::kNoErr);
+    EXPECT_EQ(base.UnloadPlugin(&interface), kv::kNoErr);
+    EXPECT_EQ(base.ReloadPlugin(&interface), kv::kNoErr);
+    EXPECT_EQ(base.SaveUserData(), kv::kNoErr);
+    EXPECT_EQ(base.Purge(), kv::kNoErr);
+    EXPECT_EQ(base.Notify(&notification), kv::kNoErr);
+    EXPECT_EQ(base.SetGlobal(&base), kv::kNoErr);
+    EXPECT_EQ(base.AllocateSuiteTables(), kv::kNoErr);
+    EXPECT_EQ(base.FillSuiteTables(), kv::kNoErr);
+    EXPECT_EQ(base.EmptySuiteTables(), kv::kNoErr);
+    EXPECT_EQ(base.FreeSuiteTables(), kv::kNoErr);
+    EXPECT_EQ(base.AcquireOptionalSuites(), kv::kNoErr);
+}
+
 TEST_F(PluginTest, ANameIsCutTo255Characters) {
     const std::string longName(300, 'n');
     plugin_.SetName(longName.c_str());
