@@ -60,7 +60,7 @@ TEST_F(KVUnicodeStringTest, MovingHandsOverTheHostString) {
     const KVUnicodeStringRef string = first.Get();
     kv::UnicodeString second = std::move(first);
     EXPECT_EQ(second.Get(), string);
-    EXPECT_EQ(first.Get(), nullptr);  // NOLINT(bugprone-use-after-move): moved-from state is specified
+    EXPECT_EQ(first.Get(), nullptr);  // NOLINT(bugprone-use-after-move): a moved-from string is empty
 
     auto third = kv::UnicodeString::FromUTF8("three", 5);
     third = std::move(second);
