@@ -20,6 +20,8 @@ HostClock& Host::Clock() { return state_->clock; }
 
 HostStringTable& Host::HostStrings() { return state_->hostStrings; }
 
+DocumentList& Host::Documents() { return state_->documents; }
+
 std::vector<SuiteCount> Host::SuiteCounts() const { return state_->suites.Counts(); }
 
 std::uint64_t Host::SuitesHeld() const {

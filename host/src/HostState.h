@@ -3,6 +3,7 @@
 // through CurrentHost().
 #pragma once
 
+#include <kelvra/DocumentList.h>
 #include <kelvra/Host.h>
 
 #include "FileDataFilter.h"
@@ -47,6 +48,7 @@ struct HostState {
 
     std::vector<std::unique_ptr<Module>> modules;
     std::vector<MessageRecord> messages;
+    DocumentList documents;
 
     HandleTable<HostString> strings;
     HandleTable<HostFilePath> filePaths;

@@ -87,6 +87,27 @@ ZPErr Module::Notify(KVNotifierHandle notifier, void* notifyData) {
     return Send(kKVNotifierCaller, kKVNotifySelector, message.d);
 }
 
+ZPErr Module::SendFileFormat(const char* selector, const FileFormatRequest& request) {
+    // The message's file path lives as long as the message.
+    struct MessagePath {
+        HostState& host;
+        KVFilePathRef path;
+        ~MessagePath() { host.filePaths.Remove(path); }
+    } file{host_, host_.filePaths.Add<KVFilePathRef>(std::make_unique<HostFilePath>(HostFilePath{request.file.string()}))};
+    KVFileFormatMessage message{};
+    message.fileFormat = request.format;
+    message.option = request.option;
+    message.data.file = file.path;
+    message.data.document = request.document;
+    return Send(kKVFileFormatCaller, selector, message.d);
+}
+
+ZPErr Module::CheckFileFormat(const FileFormatRequest& request) {
+    return SendFileFormat(kKVCheckFileFormatSelector, request);
+}
+
+ZPErr Module::GoFileFormat(const FileFormatRequest& request) { return SendFileFormat(kKVGoFileFormatSelector, request); }
+
 ZPErr Module::SaveUserData() {
     for (const NotifierRecord* record : host_.notifiers.InOrder()) {
         if (record->owner == this && record->type == kKVSaveUserDataNotifier) return Notify(record->handle);

@@ -4,12 +4,13 @@
 //   kelvra::Host host;
 //   kelvra::Module& m = host.Load("Tintora.so");
 //   m.Startup(); ... m.Shutdown();
-//   host.Events(), host.SuiteCounts(), host.LiveBlocks()
+//   host.Events(), host.SuiteCounts(), host.LiveBlocks(), host.Documents()
 //
 // One host per process at a time: the suites are plain C tables, the block
 // allocator and the clock are process-wide. A second Host throws HostError.
 #pragma once
 
+#include "DocumentList.h"
 #include "EventLog.h"
 #include "FaultInjector.h"
 #include "HostClock.h"
@@ -85,6 +86,8 @@ public:
     FaultInjector& Faults();
     HostClock& Clock();
     HostStringTable& HostStrings();
+    // The open documents and the current one (DocumentList.h).
+    DocumentList& Documents();
 
     std::vector<SuiteCount> SuiteCounts() const;
     // Acquisitions not yet released, over all suites.

@@ -8,11 +8,20 @@
 
 #include <ZPMessages.h>
 
+#include <filesystem>
 #include <string>
 
 namespace kelvra {
 
 struct HostState;
+
+// A "KV File Format" request about a file.
+struct FileFormatRequest {
+    KVFileFormatHandle format = nullptr;  // the registered format asked
+    std::int32_t option = 0;              // kKVFileFormat...Option bits
+    std::filesystem::path file;
+    KVDocumentHandle document = nullptr;  // null: the current document
+};
 
 class Module {
 public:
@@ -48,6 +57,11 @@ public:
     // HostError when it registered none.
     ZPErr SaveUserData();
 
+    // "KV File Format"/"KV Check" and "KV Go". The host makes the file path
+    // object of the message and disposes of it afterwards.
+    ZPErr CheckFileFormat(const FileFormatRequest& request);
+    ZPErr GoFileFormat(const FileFormatRequest& request);
+
     // Any message. `message` is the header of a record whose
     // message-specific fields the caller filled in.
     ZPErr Send(const char* caller, const char* selector);
@@ -58,6 +72,7 @@ private:
     Module(HostState& host, ModuleFile file);
     void Open();
     void Close();
+    ZPErr SendFileFormat(const char* selector, const FileFormatRequest& request);
 
     HostState& host_;
     ModuleFile file_;

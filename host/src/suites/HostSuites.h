@@ -34,13 +34,13 @@ const void* KVFilePathSuiteTable();
 const void* KVDataFilterSuiteTable();
 const void* KVColorConversionSuiteTable();
 const void* KVFileFormatSuiteTable();
+const void* KVSwatchListSuiteTable();
+const void* KVSwatchGroupSuiteTable();
+const void* KVCustomColorSuiteTable();
 // Not yet implemented: every slot answers kNotYetAvailableErr.
 const void* KVFoldersSuiteTable();
 const void* KVPreferenceSuiteTable();
 const void* KVPathStyleSuiteTable();
-const void* KVSwatchListSuiteTable();
-const void* KVSwatchGroupSuiteTable();
-const void* KVCustomColorSuiteTable();
 const void* KVSwatchLibrariesSuiteTable();
 // The suites a module only holds (KVHeldSuites.h) share one table.
 const void* HeldSuiteTable();

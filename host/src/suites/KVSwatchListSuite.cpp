@@ -1,6 +1,5 @@
-// A document's swatch list: not yet available. The module acquires it, so it
-// is published; every function answers kNotYetAvailableErr until the
-// document model arrives.
+// A document's swatch list: its swatches counted over all groups, and each
+// swatch's name and colour. A null list or document is the current one.
 #include "../SuiteCall.h"
 #include "HostSuites.h"
 
@@ -10,16 +9,84 @@ namespace kelvra {
 
 namespace {
 
+constexpr SuiteName kSuite{kKVSwatchListSuite};
+
+ZPErr CountSwatches(HostState& host, KVSwatchListRef list, std::int32_t* count) {
+    if (count == nullptr) return kZPBadParameterErr;
+    *count = 0;
+    Document* document = nullptr;
+    if (const ZPErr error = host.documents.Resolve(list, document)) return error;
+    *count = std::int32_t(document->SwatchCount());
+    return kZPNoErr;
+}
+
+ZPErr GetNthSwatch(HostState& host, KVSwatchListRef list, std::int32_t index, KVSwatchRef* swatch) {
+    if (swatch == nullptr) return kZPBadParameterErr;
+    *swatch = nullptr;
+    Document* document = nullptr;
+    if (const ZPErr error = host.documents.Resolve(list, document)) return error;
+    const Swatch* found = index < 0 ? nullptr : document->NthSwatch(std::size_t(index));
+    if (found == nullptr) return kZPBadParameterErr;
+    *swatch = HandleOf(*found);
+    return kZPNoErr;
+}
+
+Swatch* FindSwatch(HostState& host, KVSwatchRef swatch) {
+    Document* document = host.documents.OwnerOf(swatch);
+    return document == nullptr ? nullptr : document->Find(swatch);
+}
+
+ZPErr GetSwatchName(HostState& host, KVSwatchRef swatch, KVUnicodeStringRef name) {
+    const Swatch* found = FindSwatch(host, swatch);
+    if (found == nullptr) return kZPBadParameterErr;
+    return host.SetText(name, found->name) ? kZPNoErr : kZPBadParameterErr;
+}
+
+ZPErr SetSwatchName(HostState& host, KVSwatchRef swatch, KVUnicodeStringRef name) {
+    Swatch* found = FindSwatch(host, swatch);
+    const HostString* text = host.strings.Find(name);
+    if (found == nullptr || text == nullptr) return kZPBadParameterErr;
+    found->name = text->units;
+    return kZPNoErr;
+}
+
+ZPErr GetSwatchColor(HostState& host, KVSwatchRef swatch, KVColor* color) {
+    const Swatch* found = FindSwatch(host, swatch);
+    if (found == nullptr || color == nullptr) return kZPBadParameterErr;
+    *color = found->color;
+    return kZPNoErr;
+}
+
+bool IsColorKind(std::int32_t kind) { return kind >= kKVGrayColor && kind <= kKVNoneColor; }
+
+ZPErr SetSwatchColor(HostState& host, KVSwatchRef swatch, const KVColor* color) {
+    Document* document = host.documents.OwnerOf(swatch);
+    if (document == nullptr || color == nullptr || !IsColorKind(color->kind)) return kZPBadParameterErr;
+    // A swatch can only show a custom colour of its own document.
+    if (color->kind == kKVCustomColor && document->Find(color->c.custom.color) == nullptr) return kZPBadParameterErr;
+    document->Find(swatch)->color = *color;
+    return kZPNoErr;
+}
+
+ZPErr GetSwatchList(HostState& host, KVDocumentHandle document, KVSwatchListRef* list) {
+    if (list == nullptr) return kZPBadParameterErr;
+    *list = nullptr;
+    Document* found = nullptr;
+    if (const ZPErr error = host.documents.Resolve(document, found)) return error;
+    *list = found->SwatchList();
+    return kZPNoErr;
+}
+
 const KVSwatchListSuite table = [] {
     KVSwatchListSuite suite{};
+    suite.CountSwatches = HostFunction<kSuite, "CountSwatches", &CountSwatches>::Call;
+    suite.GetNthSwatch = HostFunction<kSuite, "GetNthSwatch", &GetNthSwatch>::Call;
+    suite.GetSwatchName = HostFunction<kSuite, "GetSwatchName", &GetSwatchName>::Call;
+    suite.SetSwatchName = HostFunction<kSuite, "SetSwatchName", &SetSwatchName>::Call;
+    suite.GetSwatchColor = HostFunction<kSuite, "GetSwatchColor", &GetSwatchColor>::Call;
+    suite.SetSwatchColor = HostFunction<kSuite, "SetSwatchColor", &SetSwatchColor>::Call;
     FillReserved(suite.reserved6to10);
-    suite.CountSwatches = &NotYetAvailable;
-    suite.GetNthSwatch = &NotYetAvailable;
-    suite.GetSwatchName = &NotYetAvailable;
-    suite.SetSwatchName = &NotYetAvailable;
-    suite.GetSwatchColor = &NotYetAvailable;
-    suite.SetSwatchColor = &NotYetAvailable;
-    suite.GetSwatchList = &NotYetAvailable;
+    suite.GetSwatchList = HostFunction<kSuite, "GetSwatchList", &GetSwatchList>::Call;
     return suite;
 }();
 

@@ -1,0 +1,89 @@
+// A host document's swatches: its swatch list (groups of swatches, group 0
+// being the unnamed default group, which always exists) and its custom
+// colours. The suites "KV Swatch List Suite", "KV Swatch Group Suite" and
+// "KV Custom Color Suite" work on these objects through their handles;
+// tests read them here or as JSON (DocumentJson.h).
+#pragma once
+
+#include <KVSwatchSuites.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+
+namespace kelvra {
+
+struct Swatch {
+    std::u16string name;
+    // A custom colour is one of the same document's custom colours.
+    KVColor color{kKVNoneColor, {}};
+};
+
+struct SwatchGroup {
+    std::u16string name;  // empty for the default group
+    std::vector<std::unique_ptr<Swatch>> swatches;
+};
+
+struct CustomColor {
+    std::u16string name;  // unique within its document
+    KVCustomColor definition{};
+    std::int32_t bookId = 0;  // the colour book it comes from; 0: none
+};
+
+KVSwatchGroupRef HandleOf(const SwatchGroup& group);
+KVSwatchRef HandleOf(const Swatch& swatch);
+KVCustomColorHandle HandleOf(const CustomColor& color);
+
+class Document {
+public:
+    // An empty document: the default group only.
+    explicit Document(std::string name);
+    Document(const Document&) = delete;
+    Document& operator=(const Document&) = delete;
+
+    const std::string& Name() const { return name_; }
+    KVDocumentHandle Handle() const;
+    KVSwatchListRef SwatchList() const;
+
+    const std::vector<std::unique_ptr<SwatchGroup>>& Groups() const { return groups_; }
+    const std::vector<std::unique_ptr<CustomColor>>& CustomColors() const { return customColors_; }
+    // Over all groups, in order.
+    std::size_t SwatchCount() const { return swatchCount_; }
+    const Swatch* NthSwatch(std::size_t index) const;
+
+    // Editing, as the suites do it. A negative index or one past the end
+    // appends; a group never goes before the default group (0 appends too).
+    SwatchGroup& InsertGroup(std::int32_t index);
+    Swatch& InsertSwatch(SwatchGroup& group, std::int32_t index);
+    // Null when the document has a custom colour of that name already.
+    CustomColor* NewCustomColor(std::u16string name, const KVCustomColor& definition);
+
+    // This document's objects by handle; null for anything else.
+    const SwatchGroup* Find(KVSwatchGroupRef group) const;
+    const Swatch* Find(KVSwatchRef swatch) const;
+    const CustomColor* Find(KVCustomColorHandle color) const;
+    SwatchGroup* Find(KVSwatchGroupRef group);
+    Swatch* Find(KVSwatchRef swatch);
+    CustomColor* Find(KVCustomColorHandle color);
+    // By exact comparison of the code units.
+    const CustomColor* FindCustomColor(const std::u16string& name) const;
+    CustomColor* FindCustomColor(const std::u16string& name);
+
+private:
+    std::string name_;
+    std::vector<std::unique_ptr<SwatchGroup>> groups_;
+    std::vector<std::unique_ptr<CustomColor>> customColors_;
+    std::size_t swatchCount_ = 0;
+    // Handles are checked against these, so a stale or foreign handle is
+    // refused rather than followed.
+    std::unordered_set<const SwatchGroup*> groupHandles_;
+    std::unordered_set<const Swatch*> swatchHandles_;
+    std::unordered_map<std::u16string, CustomColor*> colorsByName_;
+    std::unordered_set<const CustomColor*> colorHandles_;
+};
+
+}  // namespace kelvra

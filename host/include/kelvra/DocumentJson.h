@@ -1,0 +1,37 @@
+// The JSON form of a document, for setting documents up and inspecting
+// them (schema in host/README.md):
+//
+//   {"name": "Colours",
+//    "groups": [{"name": "", "swatches": [
+//                  {"name": "Paper", "kind": "gray", "values": [0.2]},
+//                  {"name": "Red", "kind": "rgb", "values": [1, 0, 0]},
+//                  {"name": "Ink", "kind": "cmyk", "values": [1, 0.5, 0, 0]},
+//                  {"name": "Gold", "kind": "custom", "customColor": "Gold", "tint": 0.25},
+//                  {"name": "Stripes", "kind": "pattern"}]},
+//               {"name": "Greens", "swatches": []}],
+//    "customColors": [{"name": "Gold", "kind": "lab", "values": [80, 5, 60],
+//                      "flags": 1, "bookId": 3000}]}
+//
+// The first group is the default group (no name). Values are numbers or
+// "NaN", "Infinity", "-Infinity"; they are written as the shortest decimal
+// that reads back as the same float (FloatText.h).
+#pragma once
+
+#include "Document.h"
+
+#include <nlohmann/json.hpp>
+
+#include <memory>
+
+namespace kelvra {
+
+nlohmann::json ToJson(const Document& document);
+
+// A new document from its JSON form, not yet open (DocumentList::Add).
+// HostError naming the place of the first thing wrong, for example
+// `groups[1].swatches[0].kind: unknown kind "grey"`. "groups",
+// "customColors", "tint", "flags" and "bookId" may be left out; "values"
+// belongs to exactly the kinds that have values.
+std::unique_ptr<Document> DocumentFromJson(const nlohmann::json& json);
+
+}  // namespace kelvra

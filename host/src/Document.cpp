@@ -1,0 +1,113 @@
+#include <kelvra/Document.h>
+
+#include <utility>
+
+namespace kelvra {
+
+namespace {
+
+// Where an index of the suites lands among `size` items: -1 or past the end
+// is the end.
+std::size_t InsertionPoint(std::int32_t index, std::size_t size) {
+    return index < 0 || std::size_t(index) > size ? size : std::size_t(index);
+}
+
+// The non-const lookups share the const ones: a document's objects are its
+// own to edit.
+template <typename T>
+T* Editable(const T* object) {
+    return const_cast<T*>(object);
+}
+
+}  // namespace
+
+KVSwatchGroupRef HandleOf(const SwatchGroup& group) {
+    return reinterpret_cast<KVSwatchGroupRef>(const_cast<SwatchGroup*>(&group));
+}
+
+KVSwatchRef HandleOf(const Swatch& swatch) { return reinterpret_cast<KVSwatchRef>(const_cast<Swatch*>(&swatch)); }
+
+KVCustomColorHandle HandleOf(const CustomColor& color) {
+    return reinterpret_cast<KVCustomColorHandle>(const_cast<CustomColor*>(&color));
+}
+
+Document::Document(std::string name) : name_(std::move(name)) {
+    groups_.push_back(std::make_unique<SwatchGroup>());
+    groupHandles_.insert(groups_.front().get());
+}
+
+KVDocumentHandle Document::Handle() const {
+    return reinterpret_cast<KVDocumentHandle>(const_cast<Document*>(this));
+}
+
+KVSwatchListRef Document::SwatchList() const {
+    return reinterpret_cast<KVSwatchListRef>(const_cast<std::vector<std::unique_ptr<SwatchGroup>>*>(&groups_));
+}
+
+const Swatch* Document::NthSwatch(std::size_t index) const {
+    for (const auto& group : groups_) {
+        if (index < group->swatches.size()) return group->swatches[index].get();
+        index -= group->swatches.size();
+    }
+    return nullptr;
+}
+
+SwatchGroup& Document::InsertGroup(std::int32_t index) {
+    const std::size_t at = index <= 0 ? groups_.size() : InsertionPoint(index, groups_.size());
+    auto group = std::make_unique<SwatchGroup>();
+    groupHandles_.insert(group.get());
+    return **groups_.insert(groups_.begin() + std::ptrdiff_t(at), std::move(group));
+}
+
+Swatch& Document::InsertSwatch(SwatchGroup& group, std::int32_t index) {
+    auto& swatches = group.swatches;
+    const std::size_t at = InsertionPoint(index, swatches.size());
+    auto swatch = std::make_unique<Swatch>();
+    swatchHandles_.insert(swatch.get());
+    ++swatchCount_;
+    return **swatches.insert(swatches.begin() + std::ptrdiff_t(at), std::move(swatch));
+}
+
+CustomColor* Document::NewCustomColor(std::u16string name, const KVCustomColor& definition) {
+    if (colorsByName_.contains(name)) return nullptr;
+    auto color = std::make_unique<CustomColor>();
+    color->name = name;
+    color->definition = definition;
+    CustomColor* made = color.get();
+    colorHandles_.insert(made);
+    colorsByName_.emplace(std::move(name), made);
+    customColors_.push_back(std::move(color));
+    return made;
+}
+
+const SwatchGroup* Document::Find(KVSwatchGroupRef group) const {
+    const auto* found = reinterpret_cast<const SwatchGroup*>(group);
+    return groupHandles_.contains(found) ? found : nullptr;
+}
+
+const Swatch* Document::Find(KVSwatchRef swatch) const {
+    const auto* found = reinterpret_cast<const Swatch*>(swatch);
+    return swatchHandles_.contains(found) ? found : nullptr;
+}
+
+const CustomColor* Document::Find(KVCustomColorHandle color) const {
+    const auto* found = reinterpret_cast<const CustomColor*>(color);
+    return colorHandles_.contains(found) ? found : nullptr;
+}
+
+SwatchGroup* Document::Find(KVSwatchGroupRef group) { return Editable(std::as_const(*this).Find(group)); }
+
+Swatch* Document::Find(KVSwatchRef swatch) { return Editable(std::as_const(*this).Find(swatch)); }
+
+CustomColor* Document::Find(KVCustomColorHandle color) { return Editable(std::as_const(*this).Find(color)); }
+
+const CustomColor* Document::FindCustomColor(const std::u16string& name) const {
+    auto found = colorsByName_.find(name);
+    return found == colorsByName_.end() ? nullptr : found->second;
+}
+
+CustomColor* Document::FindCustomColor(const std::u16string& name) {
+    return Editable(std::as_const(*this).FindCustomColor(name));
+}
+
+}  // namespace kelvra

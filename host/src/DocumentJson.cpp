@@ -1,0 +1,278 @@
+#include <kelvra/DocumentJson.h>
+#include <kelvra/FloatText.h>
+#include <kelvra/HostError.h>
+
+#include "UnicodeText.h"
+
+#include <cmath>
+#include <cstdlib>
+#include <limits>
+#include <span>
+#include <vector>
+#include <utility>
+
+namespace kelvra {
+
+namespace {
+
+using nlohmann::json;
+
+struct KindName {
+    std::int32_t kind;
+    const char* name;
+    std::size_t values;  // how many values a colour of this kind has
+};
+
+constexpr KindName kSwatchKinds[] = {
+    {kKVGrayColor, "gray", 1},    {kKVThreeColor, "rgb", 3},      {kKVFourColor, "cmyk", 4},
+    {kKVCustomColor, "custom", 0}, {kKVPatternColor, "pattern", 0}, {kKVGradientColor, "gradient", 0},
+    {kKVNoneColor, "none", 0},
+};
+
+constexpr KindName kCustomKinds[] = {
+    {kKVCustomFourColor, "cmyk", 4},
+    {kKVCustomThreeColor, "rgb", 3},
+    {kKVCustomLabColor, "lab", 3},
+};
+
+const KindName* ByKind(std::span<const KindName> kinds, std::int32_t kind) {
+    for (const KindName& k : kinds) {
+        if (k.kind == kind) return &k;
+    }
+    return nullptr;
+}
+
+const KindName* ByName(std::span<const KindName> kinds, const std::string& name) {
+    for (const KindName& k : kinds) {
+        if (name == k.name) return &k;
+    }
+    return nullptr;
+}
+
+json Number(float value) {
+    const std::string text = FloatText(value);
+    if (!std::isfinite(value)) return text;
+    return std::strtod(text.c_str(), nullptr);
+}
+
+json Numbers(std::initializer_list<float> values) {
+    json numbers = json::array();
+    for (float value : values) numbers.push_back(Number(value));
+    return numbers;
+}
+
+json SwatchJson(const Document& document, const Swatch& swatch) {
+    const KVColor& color = swatch.color;
+    const KindName* kind = ByKind(kSwatchKinds, color.kind);
+    json out = {{"name", Utf16ToUtf8(swatch.name)}, {"kind", kind != nullptr ? kind->name : "none"}};
+    const auto& c = color.c;
+    switch (color.kind) {
+    case kKVGrayColor: out["values"] = Numbers({c.gray.gray}); break;
+    case kKVThreeColor: out["values"] = Numbers({c.three.red, c.three.green, c.three.blue}); break;
+    case kKVFourColor:
+        out["values"] = Numbers({c.four.cyan, c.four.magenta, c.four.yellow, c.four.black});
+        break;
+    case kKVCustomColor: {
+        const CustomColor* custom = document.Find(c.custom.color);
+        out["customColor"] = custom != nullptr ? json(Utf16ToUtf8(custom->name)) : json(nullptr);
+        out["tint"] = Number(c.custom.tint);
+        break;
+    }
+    default: break;
+    }
+    return out;
+}
+
+json CustomColorJson(const CustomColor& color) {
+    const auto& c = color.definition.c;
+    json out = {{"name", Utf16ToUtf8(color.name)}};
+    switch (color.definition.kind) {
+    case kKVCustomThreeColor:
+        out["kind"] = "rgb";
+        out["values"] = Numbers({c.three.red, c.three.green, c.three.blue});
+        break;
+    case kKVCustomLabColor:
+        out["kind"] = "lab";
+        out["values"] = Numbers({c.lab.l, c.lab.a, c.lab.b});
+        break;
+    default:
+        out["kind"] = "cmyk";
+        out["values"] = Numbers({c.four.cyan, c.four.magenta, c.four.yellow, c.four.black});
+        break;
+    }
+    out["flags"] = color.definition.flags;
+    out["bookId"] = color.bookId;
+    return out;
+}
+
+// Reading: every failure names where it is.
+[[noreturn]] void Refuse(const std::string& where, const std::string& what) {
+    throw HostError("document JSON: " + where + ": " + what);
+}
+
+std::string At(const std::string& where, const char* key) { return where.empty() ? key : where + "." + key; }
+
+std::string At(const std::string& where, std::size_t index) { return where + "[" + std::to_string(index) + "]"; }
+
+void OnlyKeys(const json& object, const std::string& where, std::initializer_list<const char*> keys) {
+    if (!object.is_object()) Refuse(where.empty() ? "document" : where, "not an object");
+    for (const auto& [key, value] : object.items()) {
+        bool known = false;
+        for (const char* k : keys) known = known || key == k;
+        if (!known) Refuse(where.empty() ? key : where + "." + key, "unknown key");
+    }
+}
+
+const json* Optional(const json& object, const char* key) {
+    auto found = object.find(key);
+    return found == object.end() ? nullptr : &*found;
+}
+
+const json& Required(const json& object, const std::string& where, const char* key) {
+    const json* value = Optional(object, key);
+    if (value == nullptr) Refuse(At(where, key), "missing");
+    return *value;
+}
+
+std::string Text(const json& value, const std::string& where) {
+    if (!value.is_string()) Refuse(where, "not a string");
+    return value.get<std::string>();
+}
+
+float ReadNumber(const json& value, const std::string& where) {
+    if (value.is_number()) return float(value.get<double>());
+    if (value == "NaN") return std::numeric_limits<float>::quiet_NaN();
+    if (value == "Infinity") return std::numeric_limits<float>::infinity();
+    if (value == "-Infinity") return -std::numeric_limits<float>::infinity();
+    Refuse(where, "not a number");
+}
+
+template <typename Integer>
+Integer ReadInteger(const json& value, const std::string& where) {
+    const bool fits = value.is_number_integer() &&
+                      (value.is_number_unsigned() ? value.get<std::uint64_t>() <= std::uint64_t(std::numeric_limits<Integer>::max())
+                                                  : value.get<std::int64_t>() >= std::int64_t(std::numeric_limits<Integer>::min()) &&
+                                                        value.get<std::int64_t>() <= std::int64_t(std::numeric_limits<Integer>::max()));
+    if (!fits) Refuse(where, "not a 32-bit integer of this kind");
+    return value.get<Integer>();
+}
+
+const KindName& ReadKind(const json& object, const std::string& where, std::span<const KindName> kinds) {
+    const std::string name = Text(Required(object, where, "kind"), At(where, "kind"));
+    const KindName* kind = ByName(kinds, name);
+    if (kind == nullptr) Refuse(At(where, "kind"), "unknown kind \"" + name + "\"");
+    return *kind;
+}
+
+// Exactly as many numbers as the kind has values; none for a kind without.
+std::vector<float> ReadValues(const json& object, const std::string& where, const KindName& kind) {
+    const json* values = Optional(object, "values");
+    const std::string at = At(where, "values");
+    if (kind.values == 0) {
+        if (values != nullptr) Refuse(at, std::string("a ") + kind.name + " colour has no values");
+        return {};
+    }
+    if (values == nullptr) Refuse(at, "missing");
+    if (!values->is_array() || values->size() != kind.values)
+        Refuse(at, std::string("a ") + kind.name + " colour has " + std::to_string(kind.values) + " values");
+    std::vector<float> numbers;
+    for (std::size_t i = 0; i < kind.values; ++i) numbers.push_back(ReadNumber((*values)[i], At(at, i)));
+    return numbers;
+}
+
+void ReadCustomColor(Document& document, const json& object, const std::string& where) {
+    OnlyKeys(object, where, {"name", "kind", "values", "flags", "bookId"});
+    const std::string name = Text(Required(object, where, "name"), At(where, "name"));
+    const KindName& kind = ReadKind(object, where, kCustomKinds);
+    const std::vector<float> v = ReadValues(object, where, kind);
+    KVCustomColor definition{};
+    definition.kind = kind.kind;
+    if (kind.kind == kKVCustomFourColor) definition.c.four = {v[0], v[1], v[2], v[3]};
+    else if (kind.kind == kKVCustomThreeColor) definition.c.three = {v[0], v[1], v[2]};
+    else definition.c.lab = {v[0], v[1], v[2]};
+    if (const json* flags = Optional(object, "flags")) definition.flags = ReadInteger<std::uint32_t>(*flags, At(where, "flags"));
+    CustomColor* color = document.NewCustomColor(Utf8ToUtf16(name), definition);
+    if (color == nullptr) Refuse(At(where, "name"), "a second custom colour named \"" + name + "\"");
+    if (const json* bookId = Optional(object, "bookId")) color->bookId = ReadInteger<std::int32_t>(*bookId, At(where, "bookId"));
+}
+
+KVColor ReadColor(const Document& document, const json& object, const std::string& where) {
+    const KindName& kind = ReadKind(object, where, kSwatchKinds);
+    KVColor color{};
+    color.kind = kind.kind;
+    const json* customColor = Optional(object, "customColor");
+    const json* tint = Optional(object, "tint");
+    if (kind.kind != kKVCustomColor) {
+        if (customColor != nullptr || tint != nullptr)
+            Refuse(where, std::string("a ") + kind.name + " colour has no custom colour or tint");
+        const std::vector<float> v = ReadValues(object, where, kind);
+        if (kind.kind == kKVGrayColor) color.c.gray = {v[0]};
+        else if (kind.kind == kKVThreeColor) color.c.three = {v[0], v[1], v[2]};
+        else if (kind.kind == kKVFourColor) color.c.four = {v[0], v[1], v[2], v[3]};
+        return color;
+    }
+    ReadValues(object, where, kind);
+    if (customColor == nullptr) Refuse(At(where, "customColor"), "missing");
+    const std::string name = Text(*customColor, At(where, "customColor"));
+    const CustomColor* custom = document.FindCustomColor(Utf8ToUtf16(name));
+    if (custom == nullptr) Refuse(At(where, "customColor"), "no custom colour named \"" + name + "\"");
+    color.c.custom.color = HandleOf(*custom);
+    color.c.custom.tint = tint != nullptr ? ReadNumber(*tint, At(where, "tint")) : 0.0f;
+    return color;
+}
+
+void ReadGroup(Document& document, const json& object, const std::string& where, bool isDefault) {
+    OnlyKeys(object, where, {"name", "swatches"});
+    SwatchGroup& group = isDefault ? *document.Groups().front() : document.InsertGroup(-1);
+    if (const json* name = Optional(object, "name")) group.name = Utf8ToUtf16(Text(*name, At(where, "name")));
+    if (isDefault && !group.name.empty()) Refuse(At(where, "name"), "the default group has no name");
+    const json* swatches = Optional(object, "swatches");
+    if (swatches == nullptr) return;
+    if (!swatches->is_array()) Refuse(At(where, "swatches"), "not an array");
+    for (std::size_t i = 0; i < swatches->size(); ++i) {
+        const json& entry = (*swatches)[i];
+        const std::string at = At(At(where, "swatches"), i);
+        OnlyKeys(entry, at, {"name", "kind", "values", "customColor", "tint"});
+        const std::string name = Text(Required(entry, at, "name"), At(at, "name"));
+        const KVColor color = ReadColor(document, entry, at);
+        Swatch& swatch = document.InsertSwatch(group, -1);
+        swatch.name = Utf8ToUtf16(name);
+        swatch.color = color;
+    }
+}
+
+const json& Array(const json& object, const char* key) {
+    const json& value = object[key];
+    if (!value.is_array()) Refuse(key, "not an array");
+    return value;
+}
+
+}  // namespace
+
+json ToJson(const Document& document) {
+    json groups = json::array();
+    for (const auto& group : document.Groups()) {
+        json swatches = json::array();
+        for (const auto& swatch : group->swatches) swatches.push_back(SwatchJson(document, *swatch));
+        groups.push_back({{"name", Utf16ToUtf8(group->name)}, {"swatches", std::move(swatches)}});
+    }
+    json colors = json::array();
+    for (const auto& color : document.CustomColors()) colors.push_back(CustomColorJson(*color));
+    return {{"name", document.Name()}, {"groups", std::move(groups)}, {"customColors", std::move(colors)}};
+}
+
+std::unique_ptr<Document> DocumentFromJson(const json& json) {
+    OnlyKeys(json, "", {"name", "groups", "customColors"});
+    auto document = std::make_unique<Document>(Text(Required(json, "", "name"), "name"));
+    if (json.contains("customColors")) {
+        const auto& colors = Array(json, "customColors");
+        for (std::size_t i = 0; i < colors.size(); ++i) ReadCustomColor(*document, colors[i], At("customColors", i));
+    }
+    if (json.contains("groups")) {
+        const auto& groups = Array(json, "groups");
+        for (std::size_t i = 0; i < groups.size(); ++i) ReadGroup(*document, groups[i], At("groups", i), i == 0);
+    }
+    return document;
+}
+
+}  // namespace kelvra
