@@ -1,6 +1,7 @@
-// The basic suite: suites by exact name and version. Its own calls are not
-// counted for call faults; a suite is made unavailable instead.
-#include "HostState.h"
+// The basic suite: suites by exact name and version. Its two functions are
+// host calls like any other: counted, and failed on demand, under the suite
+// name "ZP Basic Suite".
+#include "SuiteCall.h"
 
 namespace kelvra {
 
@@ -8,22 +9,23 @@ namespace {
 
 ZPErr AcquireSuite(const char* name, std::int32_t version, const void** suite) noexcept {
     if (suite != nullptr) *suite = nullptr;
-    HostState* host = CurrentHost();
-    if (host == nullptr) return kZPCantHappenErr;
-    if (name == nullptr || suite == nullptr) return kZPBadParameterErr;
-    try {
-        if (host->faults.IsSuiteUnavailable(name, version)) return kZPSuiteNotFoundErr;
-        return host->suites.Acquire(name, version, suite);
-    } catch (...) {
-        return kZPOutOfMemoryErr;
-    }
+    return GuardedCall<ZPErr>(
+        kBasicSuiteName, "AcquireSuite",
+        [&](HostState& host) {
+            if (name == nullptr || suite == nullptr) return kZPBadParameterErr;
+            if (host.faults.IsSuiteUnavailable(name, version)) return kZPSuiteNotFoundErr;
+            return host.suites.Acquire(name, version, suite);
+        },
+        [](HostState&) {});
 }
 
 ZPErr ReleaseSuite(const char* name, std::int32_t version) noexcept {
-    HostState* host = CurrentHost();
-    if (host == nullptr) return kZPCantHappenErr;
-    if (name == nullptr) return kZPBadParameterErr;
-    return host->suites.Release(name, version);
+    const auto release = [&](HostState& host) {
+        return name == nullptr ? kZPBadParameterErr : host.suites.Release(name, version);
+    };
+    // A failed release still lets go of the suite: a module can do nothing
+    // about a refused release, and leak counts stay about the module.
+    return GuardedCall<ZPErr>(kBasicSuiteName, "ReleaseSuite", release, [&](HostState& host) { release(host); });
 }
 
 const ZPBasicSuite basicSuite = {AcquireSuite, ReleaseSuite};

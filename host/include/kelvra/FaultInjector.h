@@ -15,6 +15,10 @@
 
 namespace kelvra {
 
+// The suite name under which the basic suite's own functions,
+// "AcquireSuite" and "ReleaseSuite", are counted and failed.
+inline constexpr const char* kBasicSuiteName = "ZP Basic Suite";
+
 struct CallFault {
     // Which calls are counted: every host suite function (both empty), those
     // of one suite (function empty) or one function of one suite.
