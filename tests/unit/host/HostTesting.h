@@ -3,6 +3,8 @@
 
 #include <kelvra/Host.h>
 
+#include <KVStringSuites.h>
+
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -18,6 +20,29 @@ const Suite* Acquire(const Host& host, const char* name, std::int32_t version) {
     EXPECT_EQ(host.BasicSuite()->AcquireSuite(name, version, &suite), 0u) << name;
     return static_cast<const Suite*>(suite);
 }
+
+// Host strings made and read as a plug-in would.
+class Strings {
+public:
+    explicit Strings(const Host& host) : suite_(Acquire<KVUnicodeStringSuite>(host, kKVUnicodeStringSuite, 9)) {}
+    KVUnicodeStringRef Make(std::u16string_view units) const {
+        KVUnicodeStringRef string = nullptr;
+        EXPECT_EQ(suite_->NewFromUTF16(reinterpret_cast<const std::uint16_t*>(units.data()), units.size(), &string),
+                  0u);
+        return string;
+    }
+    std::u16string Units(KVUnicodeStringRef string) const {
+        std::size_t count = 0;
+        EXPECT_EQ(suite_->GetUTF16(string, nullptr, 0, &count), 0u);
+        std::u16string units(count, u'\0');
+        EXPECT_EQ(suite_->GetUTF16(string, reinterpret_cast<std::uint16_t*>(units.data()), count, &count), 0u);
+        return units;
+    }
+    const KVUnicodeStringSuite* Suite() const { return suite_; }
+
+private:
+    const KVUnicodeStringSuite* suite_;
+};
 
 // A fresh folder under the system's temporary folder, removed afterwards.
 class TemporaryFolder {
