@@ -12,9 +12,7 @@ namespace {
 
 const KVUnicodeStringSuite& Suite() {
     static SuiteNode node(kKVUnicodeStringSuite, kKVUnicodeStringSuiteVersion, SuiteNode::kOnDemand);
-    const auto* suite = AcquireSuiteOrThrow<KVUnicodeStringSuite>(node);
-    if (suite == nullptr) throw Error(kSuiteNotFoundErr, nullptr);
-    return *suite;
+    return RequireSuite<KVUnicodeStringSuite>(node);
 }
 
 // Makes a string with `make`, which fills in the new string and answers the

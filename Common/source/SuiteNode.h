@@ -46,6 +46,15 @@ const Suite* AcquireSuiteOrThrow(SuiteNode& node) {
     return static_cast<const Suite*>(AcquireSuiteOrThrow(node));
 }
 
+// As AcquireSuiteOrThrow, for callers that cannot go on without the suite:
+// while no basic suite is known it throws kv::Error "S!Fd" as well.
+template <class Suite>
+const Suite& RequireSuite(SuiteNode& node) {
+    const Suite* suite = AcquireSuiteOrThrow<Suite>(node);
+    if (suite == nullptr) throw Error(kSuiteNotFoundErr, nullptr);
+    return *suite;
+}
+
 // As AcquireSuiteOrThrow, but null when the host refuses: for callers that
 // simply do without a missing suite.
 template <class Suite>
