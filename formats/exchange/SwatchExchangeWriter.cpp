@@ -93,7 +93,9 @@ bool WriteSwatch(Writer& out, OrvikSwatchbook& book, std::int32_t swatch) {
     if (tint > 0 && kind == swatchbook::kProcessKind) return true;  // a tinted process colour has no entry
     const bool tinted = tint > 0;
 
-    const std::int32_t format = book.ChooseValueFormat(swatch, 0);
+    // A book that offers every swatch in several formats (one over a host
+    // document) names the swatch's own colour space; the others answer 0: any.
+    const std::int32_t format = book.ChooseValueFormat(swatch, book.GetSwatchColorSpace(swatch));
     const std::int32_t colorSpace = book.GetFormatColorSpace(format);
     const std::int32_t channels = book.GetFormatChannels(format);
     const std::size_t count = channels > 0 ? std::size_t(channels) : 0;
