@@ -1,4 +1,5 @@
 // kelvra-host: the emulated host as a command.
+#include "ImportCommand.h"
 #include "RunCommand.h"
 #include "ValidateCommand.h"
 
@@ -6,7 +7,7 @@
 
 int main(int argc, char** argv) {
     CLI::App app{"kelvra-host: the emulated Kelvra host. Loads a module file as the host would, "
-                 "runs it and validates it."};
+                 "runs it, validates it and imports files through it."};
     app.require_subcommand(1);
 
     kelvra::cli::RunOptions run;
@@ -33,7 +34,35 @@ int main(int argc, char** argv) {
         ->capture_default_str()
         ->check(CLI::PositiveNumber);
 
+    kelvra::cli::ImportOptions import;
+    std::string module = kelvra::cli::DefaultModule().string();
+    std::string answer;
+    CLI::App* importCommand = app.add_subcommand(
+        "import",
+        "Start the module and open each FILE through its registered file formats, as the host's open dialog "
+        "would: the file is offered to every format with \"KV Check\" and the first that accepts it reads it "
+        "with \"KV Go\" into a new document named after the file (made current first), or with --place into "
+        "one document made at the start. Prints each message with its result code (four characters when "
+        "printable, else decimal; success 0), what the user was shown and asked, and every document's swatches "
+        "by group, with a colour chip per swatch on a terminal that shows 24-bit colour (never when NO_COLOR is "
+        "set). Exit status 0 when the module started and every file was imported (a format accepted it and "
+        "\"KV Go\" answered 0), 1 otherwise.");
+    importCommand->add_option("FILE", import.files, "the files to open or place")->required();
+    importCommand->add_option("--module", module, "the module file (default: the module of this build)")
+        ->capture_default_str();
+    importCommand->add_flag("--place", import.place, "place every file into one new document");
+    importCommand
+        ->add_option("--answer", answer,
+                     "answer every question so (default: ask on the terminal when standard input is one, else yes)")
+        ->check(CLI::IsMember({"yes", "no"}));
+    importCommand->add_flag("--json", import.json, "print the same as one JSON object (see host/README.md)");
+
     CLI11_PARSE(app, argc, argv);
     if (runCommand->parsed()) return kelvra::cli::Run(run);
+    if (importCommand->parsed()) {
+        import.module = module;
+        if (!answer.empty()) import.answer = answer == "yes";
+        return kelvra::cli::Import(import);
+    }
     return kelvra::cli::Validate(validate);
 }

@@ -1,4 +1,4 @@
-#include "ColorConversion.h"
+#include <kelvra/ColorConversion.h>
 
 #include <algorithm>
 #include <cmath>

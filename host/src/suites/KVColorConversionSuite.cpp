@@ -1,7 +1,8 @@
 // Colour conversion: Lab (D50) to sRGB only.
-#include "../ColorConversion.h"
 #include "../SuiteCall.h"
 #include "HostSuites.h"
+
+#include <kelvra/ColorConversion.h>
 
 #include <KVSwatchSuites.h>
 

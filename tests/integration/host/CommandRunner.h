@@ -2,7 +2,9 @@
 // standard output and its exit status.
 #pragma once
 
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace kelvra::testing {
@@ -12,7 +14,13 @@ struct CommandResult {
     std::string output;
 };
 
+// Standard input is empty and no terminal; standard output a pipe.
 CommandResult RunKelvraHost(const std::vector<std::string>& arguments);
+
+// Standard input and output are a terminal; `input` is what the user types.
+// Each variable of `environment` is set, or unset when it has no value.
+CommandResult RunKelvraHostOnTerminal(const std::vector<std::string>& arguments, const std::string& input,
+                                      const std::vector<std::pair<std::string, std::optional<std::string>>>& environment);
 
 // The lines of `output` that begin with `prefix`.
 std::vector<std::string> LinesStartingWith(const std::string& output, const std::string& prefix);

@@ -2,8 +2,9 @@
 // primaries and D65 white give the RGB-to-XYZ matrix, the Bradford cone
 // matrix gives the D50-to-D65 adaptation, independently of the host's
 // multiplied-out matrix.
-#include "ColorConversion.h"
 #include "HostTesting.h"
+
+#include <kelvra/ColorConversion.h>
 
 #include <KVSwatchSuites.h>
 

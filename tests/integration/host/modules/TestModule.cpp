@@ -6,15 +6,13 @@
 #include <ZPMessages.h>
 #include <ZPPluginSuites.h>
 
+#include "TestPropertyList.h"
+
 #include <csignal>
 #include <cstring>
 #include <unistd.h>
 
 namespace {
-
-#define BE32(v) \
-    static_cast<unsigned char>((v) >> 24), static_cast<unsigned char>((v) >> 16), \
-        static_cast<unsigned char>((v) >> 8), static_cast<unsigned char>(v)
 
 #ifndef MISBEHAVE_NO_PROPERTY_LIST
 #ifdef MISBEHAVE_BAD_PROPERTY_LIST
@@ -22,13 +20,8 @@ constexpr int kInterfaceVersion = 3;
 #else
 constexpr int kInterfaceVersion = 2;
 #endif
-[[gnu::section(".kvres.PIPL.PLUGIN"), gnu::used]] const unsigned char kPropertyList[] = {
-    BE32(1), BE32(0), BE32(4),
-    'O', 'R', 'V', 'K', 'k', 'i', 'n', 'd', BE32(0), BE32(4), 'Z', 'P', 'E', 'A',
-    'O', 'R', 'V', 'K', 'i', 'v', 'r', 's', BE32(0), BE32(4), BE32(kInterfaceVersion),
-    'O', 'R', 'V', 'K', 'w', 'x', '8', '6', BE32(0), BE32(8), 'm', 'a', 'i', 'n', 0, 0, 0, 0,
-    'O', 'R', 'V', 'K', 'p', 'i', 'n', 'm', BE32(0), BE32(10), 'T', 'e', 's', 't', 'M', 'o', 'd', 'u', 'l', 'e',
-};
+[[gnu::section(".kvres.PIPL.PLUGIN"), gnu::used]] constexpr auto kPropertyList =
+    test_module::PropertyList("TestModule", kInterfaceVersion);
 #endif
 
 // String list 16050: one string, "Test".

@@ -1,0 +1,35 @@
+// The readable form of a document, made from its JSON form (DocumentJson.h):
+//
+//   document "Colours":
+//     default group:
+//       "Paper": gray 0.2
+//       "Gold 50%": custom colour "Gold" at tint 0.5 (lab 80 5 60, spot, book id 3000)
+//     group "Greens":
+//       (no swatches)
+//
+// With chips, each swatch line starts with a 24-bit colour chip of the
+// colour the swatch shows (blank for pattern, gradient and none).
+#pragma once
+
+#include <nlohmann/json.hpp>
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace kelvra::cli {
+
+std::string DocumentText(const nlohmann::json& document, bool chips);
+
+// The colour a swatch of `document` shows, 0..255 per channel; none for the
+// kinds without a colour. Ink is taken off white (gray and CMYK simply), Lab
+// is converted as the host converts it, and a tint mixes towards white.
+std::optional<std::array<std::uint8_t, 3>> ChipColour(const nlohmann::json& document, const nlohmann::json& swatch);
+
+// Chips go only to a terminal that shows 24-bit colour (COLORTERM
+// "truecolor" or "24bit"), never when NO_COLOR is set and not empty or when
+// TERM is "dumb". Null pointers stand for unset variables.
+bool WantsColourChips(bool outputIsTerminal, const char* noColor, const char* term, const char* colorTerm);
+
+}  // namespace kelvra::cli

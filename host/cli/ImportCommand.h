@@ -1,0 +1,27 @@
+// kelvra-host import: opens or places files through a module's registered
+// file formats, as a user would through the host's open and place dialogs,
+// and shows the documents that came of it.
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <vector>
+
+namespace kelvra::cli {
+
+struct ImportOptions {
+    std::filesystem::path module;  // DefaultModule() unless given
+    std::vector<std::filesystem::path> files;
+    bool place = false;           // all files into one document made at the start
+    std::optional<bool> answer;   // the answer to every question; else ask on a terminal, else yes
+    bool json = false;
+};
+
+// The module of the same build: plugin/Tintora.so beside the folder of the
+// running kelvra-host.
+std::filesystem::path DefaultModule();
+
+// 0 when the module started and every file was imported; 1 otherwise.
+int Import(const ImportOptions& options);
+
+}  // namespace kelvra::cli
