@@ -19,6 +19,7 @@ void FaultInjector::FailBlockAllocation(std::uint64_t nth, bool fromThenOn) {
 void FaultInjector::Clear() {
     unavailable_.clear();
     callFaults_.clear();
+    failedCalls_.clear();
     zpbasic::ClearAllocationFault();
 }
 
@@ -40,6 +41,7 @@ std::optional<ZPErr> FaultInjector::OnCall(std::string_view suite, std::string_v
         const bool strikes = f.fromThenOn ? armed.seen >= f.nth : armed.seen == f.nth;
         if (strikes && !failure) failure = f.code;
     }
+    if (failure) failedCalls_.emplace_back(suite, function);
     return failure;
 }
 

@@ -37,7 +37,7 @@ public:
     void FailCall(CallFault fault);
     // The n-th block allocation of libZPBasic from now on fails.
     void FailBlockAllocation(std::uint64_t nth, bool fromThenOn = false);
-    // Removes every fault (call counts stay).
+    // Removes every fault and forgets the failed calls (call counts stay).
     void Clear();
 
     bool IsSuiteUnavailable(std::string_view name, std::int32_t version) const;
@@ -48,6 +48,9 @@ public:
     // (suite, function).
     std::uint64_t TotalCalls() const { return totalCalls_; }
     const std::map<std::pair<std::string, std::string>, std::uint64_t>& Calls() const { return calls_; }
+    // The (suite, function) of each call a fault failed, in order, since the
+    // last Clear(): which call it was that failed.
+    const std::vector<std::pair<std::string, std::string>>& FailedCalls() const { return failedCalls_; }
 
 private:
     struct ArmedCallFault {
@@ -58,6 +61,7 @@ private:
     std::vector<ArmedCallFault> callFaults_;
     std::uint64_t totalCalls_ = 0;
     std::map<std::pair<std::string, std::string>, std::uint64_t> calls_;
+    std::vector<std::pair<std::string, std::string>> failedCalls_;
 };
 
 }  // namespace kelvra

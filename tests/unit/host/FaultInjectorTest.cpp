@@ -50,6 +50,20 @@ TEST(FaultInjectorTest, OnlyCallsOfTheNamedFunctionAreCounted) {
     EXPECT_FALSE(faults.OnCall("B", "g"));
 }
 
+TEST(FaultInjectorTest, TheFailedCallsAreNamedUntilCleared) {
+    kelvra::FaultInjector faults;
+    faults.FailCall({"", "", 2, true, kCode});
+    faults.OnCall("A", "f");
+    faults.OnCall("B", "g");
+    faults.OnCall("C", "h");
+    using Call = std::pair<std::string, std::string>;
+    EXPECT_EQ(faults.FailedCalls(), (std::vector<Call>{{"B", "g"}, {"C", "h"}}));
+    faults.Clear();
+    EXPECT_TRUE(faults.FailedCalls().empty());
+    faults.OnCall("D", "i");
+    EXPECT_TRUE(faults.FailedCalls().empty());
+}
+
 TEST(FaultInjectorTest, ASuiteIsUnavailableInEveryVersionOrInOne) {
     kelvra::FaultInjector faults;
     faults.MakeSuiteUnavailable("A");
