@@ -84,12 +84,15 @@ TEST(ModuleLifecycleTest, MessagesFromUnknownCallersAndWithUnknownSelectorsAnswe
         record = {};
         EXPECT_EQ(module.Send(caller, "Unknown Selector", record.d), kZPNoErr) << caller;
     }
-    // The file-format requests the shell does not handle yet.
+    // File-format requests that name none of the plug-in's formats: nothing
+    // to do, and a file that is not of its formats (silently).
     for (const char* selector : {kKVGetFileFormatParametersSelector, kKVSetFileFormatParametersSelector,
-                                 kKVGoFileFormatSelector, kKVCheckFileFormatSelector, kKVUpdateFileFormatSelector}) {
+                                 kKVGoFileFormatSelector, kKVUpdateFileFormatSelector}) {
         record = {};
         EXPECT_EQ(module.Send(kKVFileFormatCaller, selector, record.d), kZPNoErr) << selector;
     }
+    record = {};
+    EXPECT_EQ(module.Send(kKVFileFormatCaller, kKVCheckFileFormatSelector, record.d), ZP_FOURCC('F', 'M', 'T', '?'));
     EXPECT_EQ(module.Shutdown(), kZPNoErr);
     EXPECT_THAT(host.Events().All(), IsEmpty());
 }

@@ -279,6 +279,16 @@ ZPErr FreeBlock(void* block) {
 }
 const ZPBlocksSuite kBlocks = {AllocateBlock, FreeBlock};
 
+// KV File Format Suite
+ZPErr AddFileFormat(ZPPluginRef, const char* name, const KVFileFormatDescription* description, int32_t,
+                    KVFileFormatHandle* fileFormat) {
+    Record(std::string("AddFileFormat ") + name + " / " + TextOf(description->title) + " / " +
+           description->extension);
+    *fileFormat = reinterpret_cast<KVFileFormatHandle>(0xF0F0);
+    return 0;
+}
+const KVFileFormatSuite kFileFormats = {AddFileFormat};
+
 // Any other suite the host has: never called.
 const ZPReservedFunction kDummy[4] = {ReservedSlot, ReservedSlot, ReservedSlot, ReservedSlot};
 
@@ -305,7 +315,7 @@ const KnownSuite kKnownSuites[] = {
     {kKVGlobalUnicodeStringSuite, kKVGlobalUnicodeStringSuiteVersion, &kGlobalStrings},
     {kKVUnicodeStringSuite, kKVUnicodeStringSuiteVersion, &kUnicodeStrings},
     {kKVFilePathSuite, kKVFilePathSuiteVersion, kDummy},
-    {kKVFileFormatSuite, kKVFileFormatSuiteVersion, kDummy},
+    {kKVFileFormatSuite, kKVFileFormatSuiteVersion, &kFileFormats},
     {kKVDataFilterSuite, kKVDataFilterSuiteVersion, kDummy},
     {kKVFoldersSuite, kKVFoldersSuiteVersion, kDummy},
     {kKVPreferenceSuite, kKVPreferenceSuiteVersion, kDummy},
