@@ -31,7 +31,9 @@ bool FaultInjector::IsSuiteUnavailable(std::string_view name, std::int32_t versi
 
 std::optional<ZPErr> FaultInjector::OnCall(std::string_view suite, std::string_view function) {
     ++totalCalls_;
-    ++calls_[{std::string(suite), std::string(function)}];
+    auto counted = calls_.find(std::pair{suite, function});
+    if (counted == calls_.end()) counted = calls_.emplace(std::pair{std::string(suite), std::string(function)}, 0).first;
+    ++counted->second;
     std::optional<ZPErr> failure;
     for (ArmedCallFault& armed : callFaults_) {
         const CallFault& f = armed.fault;

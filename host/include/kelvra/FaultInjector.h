@@ -29,6 +29,19 @@ struct CallFault {
     ZPErr code = kZPCantHappenErr;  // functions that answer no code answer "no" instead
 };
 
+// Calls counted per (suite, function). Looked up with views as well, so
+// counting a call makes no strings.
+struct CallKeyLess {
+    using is_transparent = void;
+    template <typename A, typename B>
+    bool operator()(const A& a, const B& b) const {
+        const std::string_view suiteA = a.first, suiteB = b.first;
+        if (suiteA != suiteB) return suiteA < suiteB;
+        return std::string_view(a.second) < std::string_view(b.second);
+    }
+};
+using CallCounts = std::map<std::pair<std::string, std::string>, std::uint64_t, CallKeyLess>;
+
 class FaultInjector {
 public:
     // Acquiring `name` (in every version, or only in `version`) answers
@@ -47,7 +60,7 @@ public:
     // Calls of host suite functions counted so far, in all and per
     // (suite, function).
     std::uint64_t TotalCalls() const { return totalCalls_; }
-    const std::map<std::pair<std::string, std::string>, std::uint64_t>& Calls() const { return calls_; }
+    const CallCounts& Calls() const { return calls_; }
     // The (suite, function) of each call a fault failed, in order, since the
     // last Clear(): which call it was that failed.
     const std::vector<std::pair<std::string, std::string>>& FailedCalls() const { return failedCalls_; }
@@ -60,7 +73,7 @@ private:
     std::vector<std::pair<std::string, std::optional<std::int32_t>>> unavailable_;
     std::vector<ArmedCallFault> callFaults_;
     std::uint64_t totalCalls_ = 0;
-    std::map<std::pair<std::string, std::string>, std::uint64_t> calls_;
+    CallCounts calls_;
     std::vector<std::pair<std::string, std::string>> failedCalls_;
 };
 
