@@ -8,8 +8,8 @@
 #include <cstdlib>
 #include <limits>
 #include <span>
-#include <vector>
 #include <utility>
+#include <vector>
 
 namespace kelvra {
 
@@ -149,10 +149,12 @@ float ReadNumber(const json& value, const std::string& where) {
 
 template <typename Integer>
 Integer ReadInteger(const json& value, const std::string& where) {
-    const bool fits = value.is_number_integer() &&
-                      (value.is_number_unsigned() ? value.get<std::uint64_t>() <= std::uint64_t(std::numeric_limits<Integer>::max())
-                                                  : value.get<std::int64_t>() >= std::int64_t(std::numeric_limits<Integer>::min()) &&
-                                                        value.get<std::int64_t>() <= std::int64_t(std::numeric_limits<Integer>::max()));
+    using Limits = std::numeric_limits<Integer>;
+    bool fits = false;
+    if (value.is_number_unsigned()) fits = value.get<std::uint64_t>() <= std::uint64_t(Limits::max());
+    else if (value.is_number_integer())
+        fits = value.get<std::int64_t>() >= std::int64_t(Limits::min()) &&
+               value.get<std::int64_t>() <= std::int64_t(Limits::max());
     if (!fits) Refuse(where, "not a 32-bit integer of this kind");
     return value.get<Integer>();
 }
@@ -190,10 +192,12 @@ void ReadCustomColor(Document& document, const json& object, const std::string& 
     if (kind.kind == kKVCustomFourColor) definition.c.four = {v[0], v[1], v[2], v[3]};
     else if (kind.kind == kKVCustomThreeColor) definition.c.three = {v[0], v[1], v[2]};
     else definition.c.lab = {v[0], v[1], v[2]};
-    if (const json* flags = Optional(object, "flags")) definition.flags = ReadInteger<std::uint32_t>(*flags, At(where, "flags"));
+    if (const json* flags = Optional(object, "flags"))
+        definition.flags = ReadInteger<std::uint32_t>(*flags, At(where, "flags"));
     CustomColor* color = document.NewCustomColor(Utf8ToUtf16(name), definition);
     if (color == nullptr) Refuse(At(where, "name"), "a second custom colour named \"" + name + "\"");
-    if (const json* bookId = Optional(object, "bookId")) color->bookId = ReadInteger<std::int32_t>(*bookId, At(where, "bookId"));
+    if (const json* bookId = Optional(object, "bookId"))
+        color->bookId = ReadInteger<std::int32_t>(*bookId, At(where, "bookId"));
 }
 
 KVColor ReadColor(const Document& document, const json& object, const std::string& where) {
@@ -211,7 +215,7 @@ KVColor ReadColor(const Document& document, const json& object, const std::strin
         else if (kind.kind == kKVFourColor) color.c.four = {v[0], v[1], v[2], v[3]};
         return color;
     }
-    ReadValues(object, where, kind);
+    ReadValues(object, where, kind);  // refuses values: the custom colour has them
     if (customColor == nullptr) Refuse(At(where, "customColor"), "missing");
     const std::string name = Text(*customColor, At(where, "customColor"));
     const CustomColor* custom = document.FindCustomColor(Utf8ToUtf16(name));
@@ -242,7 +246,7 @@ void ReadGroup(Document& document, const json& object, const std::string& where,
 }
 
 const json& Array(const json& object, const char* key) {
-    const json& value = object[key];
+    const json& value = object.at(key);
     if (!value.is_array()) Refuse(key, "not an array");
     return value;
 }

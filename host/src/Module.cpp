@@ -93,7 +93,8 @@ ZPErr Module::SendFileFormat(const char* selector, const FileFormatRequest& requ
         HostState& host;
         KVFilePathRef path;
         ~MessagePath() { host.filePaths.Remove(path); }
-    } file{host_, host_.filePaths.Add<KVFilePathRef>(std::make_unique<HostFilePath>(HostFilePath{request.file.string()}))};
+    } file{host_,
+           host_.filePaths.Add<KVFilePathRef>(std::make_unique<HostFilePath>(HostFilePath{request.file.string()}))};
     KVFileFormatMessage message{};
     message.fileFormat = request.format;
     message.option = request.option;
@@ -106,7 +107,9 @@ ZPErr Module::CheckFileFormat(const FileFormatRequest& request) {
     return SendFileFormat(kKVCheckFileFormatSelector, request);
 }
 
-ZPErr Module::GoFileFormat(const FileFormatRequest& request) { return SendFileFormat(kKVGoFileFormatSelector, request); }
+ZPErr Module::GoFileFormat(const FileFormatRequest& request) {
+    return SendFileFormat(kKVGoFileFormatSelector, request);
+}
 
 ZPErr Module::SaveUserData() {
     for (const NotifierRecord* record : host_.notifiers.InOrder()) {

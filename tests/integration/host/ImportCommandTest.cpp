@@ -96,12 +96,13 @@ TEST_F(ImportCommandTest, PlaceReadsEveryFileIntoOneDocument) {
     EXPECT_THAT(result.output, HasSubstr("  KV Go \"Test Swatch Text Reader\", placed into document \"Untitled\" -> 0\n"
                                          "file: " + second + "\n"));
     // The second file redefined the custom colour the first made.
-    EXPECT_THAT(result.output, HasSubstr("document \"Untitled\":\n"
-                                         "  default group:\n"
-                                         "    \"Black\": custom colour \"Black\" at tint 0 (cmyk 0 0 0 0.5, spot, book id 7)\n"
-                                         "    \"Red\": rgb 1 0 0\n"
-                                         "    \"Black\": custom colour \"Black\" at tint 0.5 (cmyk 0 0 0 0.5, spot, book id 7)\n"
-                                         "2 files: 2 imported, 0 failed\n"));
+    EXPECT_THAT(result.output,
+                HasSubstr("document \"Untitled\":\n"
+                          "  default group:\n"
+                          "    \"Black\": custom colour \"Black\" at tint 0 (cmyk 0 0 0 0.5, spot, book id 7)\n"
+                          "    \"Red\": rgb 1 0 0\n"
+                          "    \"Black\": custom colour \"Black\" at tint 0.5 (cmyk 0 0 0 0.5, spot, book id 7)\n"
+                          "2 files: 2 imported, 0 failed\n"));
     EXPECT_EQ(kelvra::testing::LinesStartingWith(result.output, "document ").size(), 1u);
 }
 

@@ -30,7 +30,8 @@ protected:
 
     std::string Write(const std::string& name, const testsupport::Bytes& bytes) const {
         const std::filesystem::path path = folder_ / name;
-        std::ofstream(path, std::ios::binary).write(reinterpret_cast<const char*>(bytes.data()), std::streamsize(bytes.size()));
+        std::ofstream(path, std::ios::binary)
+            .write(reinterpret_cast<const char*>(bytes.data()), std::streamsize(bytes.size()));
         return path.string();
     }
 
@@ -193,7 +194,8 @@ TEST_F(ImportRealModuleTest, AFileWithoutExtensionIsExaminedByItsContent) {
     const std::string file = Write("noextension", testsupport::BuildSwatchExchange(testsupport::SampleSwatchExchange()));
     const auto result = RunKelvraHost(Import({file}));
     EXPECT_EQ(result.exitStatus, 0);
-    EXPECT_THAT(result.output, HasSubstr("  KV Go \"Orvik Swatch Exchange Reader\", open as document \"noextension\" -> 0\n"));
+    EXPECT_THAT(result.output,
+                HasSubstr("  KV Go \"Orvik Swatch Exchange Reader\", open as document \"noextension\" -> 0\n"));
 }
 
 TEST_F(ImportRealModuleTest, AReadErrorIsShownAndFailsTheRun) {
