@@ -30,7 +30,7 @@ void AnswerQuestions(Host& host, const ImportOptions& options) {
     else if (isatty(STDIN_FILENO)) host.AnswerQuestions(std::function<bool(const std::string&)>(AskOnTerminal));
 }
 
-// The events logged since `from`.
+// The events logged since `from`, which then moves past them.
 std::vector<Event> EventsSince(Host& host, std::size_t& from) {
     const std::vector<Event>& all = host.Events().All();
     std::vector<Event> events(all.begin() + std::ptrdiff_t(from), all.end());
