@@ -170,6 +170,8 @@ std::int32_t ReadColorBook(OrvikSwatchbookStream& stream, OrvikSwatchbook& book,
     book.SetBookID(header.bookId);
 
     const std::int32_t format = book.AddFormat();
+    // A book with no room for the format could not take the colours' bytes.
+    if (format == -1) return kReadStreamNotOpen;
     book.SetFormatEncoding(format, swatchbook::kInt8Encoding);
     const std::int32_t colorSpace = MapColorSpace(header.colorSpace);
     if (colorSpace == 0) return kReadUnknownColorSpace;

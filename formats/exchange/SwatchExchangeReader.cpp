@@ -132,6 +132,9 @@ private:
         if (model == kModelCount) return kReadOK;  // a model this book does not take: no swatch
 
         const std::int32_t format = FormatFor(model);
+        // Without its format the entry's values could not be read in step with
+        // the file, and the book would take the colour type from a value.
+        if (format == -1) return kReadStreamNotOpen;
         const std::int32_t swatch = book_.AddSwatch(-1);
         book_.SetSwatchName(swatch, name);
         book_.SetSwatchTint(swatch, tint);
@@ -158,10 +161,12 @@ private:
         return kReadOK;
     }
 
-    // One format per model and read, made on the model's first use.
+    // One format per model and read, made on the model's first use; -1 when
+    // the book has no room for it.
     std::int32_t FormatFor(std::size_t model) {
         if (formats_[model] == -1) {
             const std::int32_t format = book_.AddFormat();
+            if (format == -1) return -1;
             book_.SetFormatEncoding(format, swatchbook::kFloatEncoding);
             book_.SetFormatColorSpace(format, kImportedModels[model].colorSpace);
             formats_[model] = format;

@@ -165,6 +165,16 @@ TEST(ColorBookReaderTest, ColorSpace1Gives8AfterTheHeaderAndTheFormatWereSet) {
     EXPECT_EQ(Read(BuildColorBook(file), book, 0), kReadUnknownColorSpace);
 }
 
+TEST(ColorBookReaderTest, ABookWithNoRoomForTheFormatGives1AndGetsNoSwatch) {
+    NiceMock<MockSwatchbook> book;
+    const auto file = OneRecordBook(0, {U16("Red"), "R", {1, 2, 3}, {}});
+    EXPECT_CALL(book, SetTitle(_));
+    EXPECT_CALL(book, AddFormat()).WillOnce(Return(-1));
+    EXPECT_CALL(book, AddSwatch(_)).Times(0);
+    EXPECT_CALL(book, EndFill()).Times(0);
+    EXPECT_EQ(Read(BuildColorBook(file), book, 0), kReadStreamNotOpen);
+}
+
 TEST(ColorBookReaderTest, NoColoursGiveTheHeaderValuesAndSucceed) {
     StrictMock<MockSwatchbook> book;
     ColorBookDescription file;

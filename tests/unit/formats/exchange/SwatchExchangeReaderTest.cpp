@@ -121,6 +121,16 @@ TEST(SwatchExchangeReaderTest, TenThousandBlocksAreAcceptedAndOneMoreGives6) {
     EXPECT_EQ(Read(BuildSwatchExchange(file), untouched), kReadTooManyBlocks);
 }
 
+TEST(SwatchExchangeReaderTest, ABookWithNoRoomForAFormatGives1BeforeTheEntryIsRead) {
+    const SwatchExchangeDescription file = FileOf({ColorBlock({{}, U16("A"), {}, "RGB ", {0.5f, 0.5f, 0.5f}, 0}),
+                                                   ColorBlock({{}, U16("B"), {}, "Gray", {0.5f}, 1})});
+    PlainMockBook book;
+    EXPECT_CALL(book, AddFormat()).WillOnce(Return(-1));
+    EXPECT_CALL(book, AddSwatch(_)).Times(0);
+    EXPECT_CALL(book, SetSwatchKind(_, _)).Times(0);
+    EXPECT_EQ(Read(BuildSwatchExchange(file), book), kReadStreamNotOpen);
+}
+
 TEST(SwatchExchangeReaderTest, OnlyTheMajorVersionCounts) {
     SwatchExchangeDescription file = FileOf({ColorBlock({{}, U16("A"), {}, "Gray", {0.5f}, 0})});
     file.version = 0x00010005;
