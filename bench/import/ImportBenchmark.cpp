@@ -12,7 +12,7 @@
 #include <string>
 #include <unistd.h>
 
-#include "bench/swatchbook/PairedTiming.h"
+#include "bench/PairedTiming.h"
 #include "formats/colorbook/ColorBookReader.h"
 #include "formats/streams/FileStream.h"
 #include "swatchbook/ReferenceBook.h"

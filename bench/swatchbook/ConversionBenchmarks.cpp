@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "BenchmarkBook.h"
-#include "PairedTiming.h"
+#include "bench/PairedTiming.h"
 #include "swatchbook/ColorValueConversion.h"
 #include "swatchbook/SwatchbookCodes.h"
 

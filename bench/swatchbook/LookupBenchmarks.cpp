@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "BenchmarkBook.h"
-#include "PairedTiming.h"
+#include "bench/PairedTiming.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <string>
 
-#include "bench/swatchbook/PairedTiming.h"
+#include "bench/PairedTiming.h"
 #include "formats/ReaderResult.h"
 #include "formats/xml/XmlSwatchbookReader.h"
 #include "swatchbook/ReferenceBook.h"

@@ -81,7 +81,8 @@ typedef struct KVCustomColor {
 typedef struct KVSwatchListSuite {
     /* 0: all swatches of the list, over all its groups. */
     ZPErr (ZPAPI *CountSwatches)(KVSwatchListRef list, int32_t* count);
-    /* 1: swatch `index` counted over all groups; *swatch null when none. */
+    /* 1: swatch `index` counted over all groups; kZPBadParameterErr and *swatch
+     * null when there is none. */
     ZPErr (ZPAPI *GetNthSwatch)(KVSwatchListRef list, int32_t index, KVSwatchRef* swatch);
     /* 2 */
     ZPErr (ZPAPI *GetSwatchName)(KVSwatchRef swatch, KVUnicodeStringRef name);
@@ -105,7 +106,7 @@ typedef struct KVSwatchGroupSuite {
     ZPErr (ZPAPI *CountGroups)(KVSwatchListRef list, int32_t* count);
     /* 1: a new empty group at `index` (-1 or past the end: at the end). */
     ZPErr (ZPAPI *InsertGroup)(KVSwatchListRef list, int32_t index, KVSwatchGroupRef* group);
-    /* 2: *group null when there is no group `index`. */
+    /* 2: kZPBadParameterErr and *group null when there is no group `index`. */
     ZPErr (ZPAPI *GetNthGroup)(KVSwatchListRef list, int32_t index, KVSwatchGroupRef* group);
     /* 3 */
     ZPErr (ZPAPI *GetGroupName)(KVSwatchGroupRef group, KVUnicodeStringRef name);
@@ -115,7 +116,7 @@ typedef struct KVSwatchGroupSuite {
     ZPErr (ZPAPI *CountSwatches)(KVSwatchGroupRef group, int32_t* count);
     /* 6: a new swatch (no name, colour none) at `index` (-1 or past the end: at the end). */
     ZPErr (ZPAPI *InsertSwatch)(KVSwatchGroupRef group, int32_t index, KVSwatchRef* swatch);
-    /* 7: *swatch null when there is no swatch `index`. */
+    /* 7: kZPBadParameterErr and *swatch null when there is no swatch `index`. */
     ZPErr (ZPAPI *GetNthSwatch)(KVSwatchGroupRef group, int32_t index, KVSwatchRef* swatch);
 } KVSwatchGroupSuite;
 
