@@ -7,7 +7,6 @@
 #include <kelvra/Host.h>
 
 #include <cstdlib>
-#include <functional>
 #include <iostream>
 #include <unistd.h>
 
@@ -27,7 +26,7 @@ bool AskOnTerminal(const std::string& question) {
 
 void AnswerQuestions(Host& host, const ImportOptions& options) {
     if (options.answer) host.AnswerQuestions(*options.answer);
-    else if (isatty(STDIN_FILENO)) host.AnswerQuestions(std::function<bool(const std::string&)>(AskOnTerminal));
+    else if (isatty(STDIN_FILENO)) host.AnswerQuestions(AskOnTerminal);
 }
 
 // The events logged since `from`, which then moves past them.

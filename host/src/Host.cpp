@@ -69,10 +69,6 @@ std::vector<FileFormatRecord> Host::FileFormats() const {
     return Copies(state_->fileFormats.InOrder());
 }
 
-void Host::AnswerQuestions(bool yes) {
-    state_->answerQuestion = [yes](const std::string&) { return yes; };
-}
-
 void Host::AnswerQuestions(std::function<bool(const std::string&)> policy) {
     state_->answerQuestion = std::move(policy);
 }

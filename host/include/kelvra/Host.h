@@ -21,6 +21,7 @@
 
 #include <ZPBasicSuite.h>
 
+#include <concepts>
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -100,8 +101,11 @@ public:
     std::vector<FileFormatRecord> FileFormats() const;
 
     // How "KV User Suite" questions are answered: always the same (yes until
-    // set), or by asking `policy` with the question's text.
-    void AnswerQuestions(bool yes);
+    // set), or by asking `policy` with the question's text. Only a bool
+    // itself picks the first form: a function would convert to true.
+    void AnswerQuestions(std::same_as<bool> auto yes) {
+        AnswerQuestions([yes](const std::string&) { return yes; });
+    }
     void AnswerQuestions(std::function<bool(const std::string& question)> policy);
     // What "KV ThreadPool Suite" answers when asked whether a dialog may be
     // shown (yes until set).

@@ -137,6 +137,16 @@ TEST_F(HostTest, QuestionsAreAnsweredByTheHostsPolicy) {
     EXPECT_EQ(user->QuestionAlert(nullptr, &yes), kZPBadParameterErr);
 }
 
+bool DeclineEveryQuestion(const std::string&) { return false; }
+
+TEST_F(HostTest, AFunctionGivenAsPolicyIsAskedNotTakenForYes) {
+    const auto* user = Acquire<KVUserSuite>(host, kKVUserSuite, 21);
+    host.AnswerQuestions(DeclineEveryQuestion);
+    ZPBoolean yes = 1;
+    EXPECT_EQ(user->QuestionAlert(String("Continue?"), &yes), 0u);
+    EXPECT_EQ(yes, 0);
+}
+
 TEST_F(HostTest, MoreInfoDialogsRecordMessageHelpKeyAndNumber) {
     const auto* dialogs = Acquire<KVUserPrivateSuite>(host, kKVUserPrivateSuite, 1);
     const auto* global = Acquire<KVGlobalUnicodeStringSuite>(host, kKVGlobalUnicodeStringSuite, 1);
