@@ -1,6 +1,6 @@
-// Host folders by folder type, mapped to directories: not yet available. The module acquires it, so it
-// is published; every function answers kNotYetAvailableErr until the
-// document model arrives.
+// Host folders by folder type, mapped to directories. The module acquires
+// this suite at start-up, so it is published; every function answers
+// kNotYetAvailableErr until the library list needs it.
 #include "../SuiteCall.h"
 #include "HostSuites.h"
 

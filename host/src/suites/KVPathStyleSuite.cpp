@@ -1,6 +1,6 @@
-// Library files opened as documents: not yet available. The module acquires it, so it
-// is published; every function answers kNotYetAvailableErr until the
-// document model arrives.
+// Library files opened as documents. The module acquires this suite at
+// start-up, so it is published; every function answers kNotYetAvailableErr
+// until the library list needs it.
 #include "../SuiteCall.h"
 #include "HostSuites.h"
 

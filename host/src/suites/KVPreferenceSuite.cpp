@@ -1,6 +1,6 @@
-// Preferences kept in a file: not yet available. The module acquires it, so it
-// is published; every function answers kNotYetAvailableErr until the
-// document model arrives.
+// Preferences kept in a file. The module acquires this suite at start-up,
+// so it is published; every function answers kNotYetAvailableErr until the
+// library list needs it.
 #include "../SuiteCall.h"
 #include "HostSuites.h"
 

@@ -1,6 +1,6 @@
-// The host's own handling of swatch library files: not yet available. The module acquires it, so it
-// is published; every function answers kNotYetAvailableErr until the
-// document model arrives.
+// The host's own handling of swatch library files. The module acquires this
+// suite at start-up, so it is published; every function answers
+// kNotYetAvailableErr until the library list needs it.
 #include "../SuiteCall.h"
 #include "HostSuites.h"
 
