@@ -4,8 +4,6 @@
 #include <kelvra/Host.h>
 #include <kelvra/ResultText.h>
 
-#include <KVFrameworkSuites.h>
-
 #include <cstdio>
 #include <iostream>
 
@@ -29,20 +27,13 @@ struct RunReport {
     ObjectCounts objects;
 };
 
-bool HasSaveNotifier(const std::vector<NotifierRecord>& notifiers, const Module& module) {
-    for (const NotifierRecord& notifier : notifiers) {
-        if (notifier.owner == &module && notifier.type == kKVSaveUserDataNotifier) return true;
-    }
-    return false;
-}
-
 ZPErr RunLifecycle(Host& host, Module& module, RunReport& report) {
     const ZPErr startup = module.Startup();
     report.notifiers = host.Notifiers();
     report.fileFormats = host.FileFormats();
     if (startup != kZPNoErr) return startup;
     module.Purge();
-    if (HasSaveNotifier(report.notifiers, module)) module.SaveUserData();
+    if (module.HasSaveUserDataNotifier()) module.SaveUserData();
     module.Unload();
     module.Reload();
     module.Shutdown();

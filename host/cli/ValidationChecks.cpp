@@ -22,19 +22,12 @@ std::string Answered(const char* message, ZPErr result) {
     return std::string(message) + " answered " + ResultText(result);
 }
 
-bool HasSaveNotifier(Host& host, const Module& module) {
-    for (const NotifierRecord& notifier : host.Notifiers()) {
-        if (notifier.owner == &module && notifier.type == kKVSaveUserDataNotifier) return true;
-    }
-    return false;
-}
-
 // Start-up, purge, save notification (when registered), unload, reload and
 // shut-down; what went wrong, or empty.
-std::string FullCycle(Host& host, Module& module) {
+std::string FullCycle(Module& module) {
     if (ZPErr r = module.Startup()) return Answered("start-up", r);
     if (ZPErr r = module.Purge(); r != kZPNoErr && r != kZPCachesFlushedResponse) return Answered("purge", r);
-    if (HasSaveNotifier(host, module)) {
+    if (module.HasSaveUserDataNotifier()) {
         if (ZPErr r = module.SaveUserData()) return Answered("save notification", r);
     }
     if (ZPErr r = module.Unload()) return Answered("unload", r);
@@ -169,7 +162,7 @@ Verdict CheckSaveNotification(const std::filesystem::path& path) {
     Host host;
     Module& module = host.Load(path);
     if (ZPErr r = module.Startup()) return Fail(Answered("start-up", r));
-    if (!HasSaveNotifier(host, module)) return Fail("registered no \"" kKVSaveUserDataNotifier "\"");
+    if (!module.HasSaveUserDataNotifier()) return Fail("registered no \"" kKVSaveUserDataNotifier "\"");
     if (ZPErr r = module.SaveUserData()) return Fail(Answered("the save notification", r));
     if (host.LiveObjects().appContexts != 0) return Fail("left an application context entered");
     if (ZPErr r = module.Shutdown()) return Fail(Answered("shut-down", r));
@@ -179,7 +172,7 @@ Verdict CheckSaveNotification(const std::filesystem::path& path) {
 Verdict CheckSuitesReleased(const std::filesystem::path& path) {
     Host host;
     Module& module = host.Load(path);
-    if (std::string failure = FullCycle(host, module); !failure.empty()) return Fail(failure);
+    if (std::string failure = FullCycle(module); !failure.empty()) return Fail(failure);
     if (const auto held = HeldSuites(host); !held.empty()) return Fail("after shut-down: " + Join(held));
     return Pass(std::to_string(host.SuiteCounts().size()) + " suites, all released");
 }
@@ -187,7 +180,7 @@ Verdict CheckSuitesReleased(const std::filesystem::path& path) {
 Verdict CheckNoLiveBlocks(const std::filesystem::path& path) {
     Host host;
     Module& module = host.Load(path);
-    if (std::string failure = FullCycle(host, module); !failure.empty()) return Fail(failure);
+    if (std::string failure = FullCycle(module); !failure.empty()) return Fail(failure);
     if (const auto live = LiveThings(host); !live.empty()) return Fail("after shut-down: " + Join(live));
     return Pass();
 }
@@ -196,7 +189,7 @@ Verdict CheckThousandCycles(const std::filesystem::path& path) {
     Host host;
     Module& module = host.Load(path);
     for (int cycle = 1; cycle <= kCycles; ++cycle) {
-        if (std::string failure = FullCycle(host, module); !failure.empty())
+        if (std::string failure = FullCycle(module); !failure.empty())
             return Fail("cycle " + std::to_string(cycle) + ": " + failure);
     }
     if (const auto held = Holdings(host); !held.empty()) return Fail("after the cycles: " + Join(held));

@@ -111,11 +111,19 @@ ZPErr Module::GoFileFormat(const FileFormatRequest& request) {
     return SendFileFormat(kKVGoFileFormatSelector, request);
 }
 
-ZPErr Module::SaveUserData() {
+const NotifierRecord* Module::SaveUserDataNotifier() const {
     for (const NotifierRecord* record : host_.notifiers.InOrder()) {
-        if (record->owner == this && record->type == kKVSaveUserDataNotifier) return Notify(record->handle);
+        if (record->owner == this && record->type == kKVSaveUserDataNotifier) return record;
     }
-    throw HostError(Name() + " registered no \"" kKVSaveUserDataNotifier "\"");
+    return nullptr;
+}
+
+bool Module::HasSaveUserDataNotifier() const { return SaveUserDataNotifier() != nullptr; }
+
+ZPErr Module::SaveUserData() {
+    const NotifierRecord* notifier = SaveUserDataNotifier();
+    if (notifier == nullptr) throw HostError(Name() + " registered no \"" kKVSaveUserDataNotifier "\"");
+    return Notify(notifier->handle);
 }
 
 }  // namespace kelvra

@@ -14,6 +14,7 @@
 namespace kelvra {
 
 struct HostState;
+struct NotifierRecord;
 
 // A "KV File Format" request about a file.
 struct FileFormatRequest {
@@ -53,8 +54,10 @@ public:
     ZPErr Purge();
     // "KV Notifier"/"KV Notify" on a notifier the module registered.
     ZPErr Notify(KVNotifierHandle notifier, void* notifyData = nullptr);
-    // Notify on the module's notifier of type "KV Save User Data Notifier";
-    // HostError when it registered none.
+    // Whether the module registered a notifier of type "KV Save User Data
+    // Notifier".
+    bool HasSaveUserDataNotifier() const;
+    // Notify on that notifier; HostError when it registered none.
     ZPErr SaveUserData();
 
     // "KV File Format"/"KV Check" and "KV Go". The host makes the file path
@@ -73,6 +76,7 @@ private:
     void Open();
     void Close();
     ZPErr SendFileFormat(const char* selector, const FileFormatRequest& request);
+    const NotifierRecord* SaveUserDataNotifier() const;
 
     HostState& host_;
     ModuleFile file_;

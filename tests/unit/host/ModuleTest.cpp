@@ -82,8 +82,10 @@ TEST(ModuleTest, UnloadReallyUnmapsAndReloadSendsTheKeptGlobals) {
 TEST(ModuleTest, SaveUserDataNotifiesTheModulesSaveNotifier) {
     kelvra::Host host;
     kelvra::Module& module = host.Load(WELL_BEHAVED_MODULE);
+    EXPECT_FALSE(module.HasSaveUserDataNotifier());
     EXPECT_THROW(module.SaveUserData(), kelvra::HostError);  // not started: no notifier
     ASSERT_EQ(module.Startup(), 0u);
+    EXPECT_TRUE(module.HasSaveUserDataNotifier());
     ASSERT_EQ(host.Notifiers().size(), 1u);
     EXPECT_EQ(host.Notifiers()[0].name, "Test Module Save User Data Notifier");
     EXPECT_EQ(module.SaveUserData(), 0u);
