@@ -41,12 +41,6 @@ std::string Plural(std::size_t count, const char* word) {
 
 json Result(ZPErr result) { return {{"result", result}, {"resultText", ResultText(result)}}; }
 
-json Events(const std::vector<Event>& events) {
-    json array = json::array();
-    for (const Event& event : events) array.push_back(ToJson(event));
-    return array;
-}
-
 json FileJson(const FileImport& file) {
     json checks = json::array();
     for (const FormatMessage& check : file.checks) {
@@ -62,7 +56,7 @@ json FileJson(const FileImport& file) {
         go["document"] = file.document;
     }
     return {{"file", file.file.string()}, {"found", !file.missing}, {"checks", std::move(checks)},
-            {"go", std::move(go)},        {"events", Events(file.events)}, {"failed", file.Failed()}};
+            {"go", std::move(go)},        {"events", ToJson(file.events)}, {"failed", file.Failed()}};
 }
 
 }  // namespace
@@ -95,13 +89,13 @@ json ImportJson(const ImportReport& report) {
         return out;
     }
     out["startup"] = Result(report.startup);
-    out["startup"]["events"] = Events(report.startupEvents);
+    out["startup"]["events"] = ToJson(report.startupEvents);
     out["files"] = json::array();
     for (const FileImport& file : report.files) out["files"].push_back(FileJson(file));
     out["shutdown"] = nullptr;
     if (report.shutdown) {
         out["shutdown"] = Result(*report.shutdown);
-        out["shutdown"]["events"] = Events(report.shutdownEvents);
+        out["shutdown"]["events"] = ToJson(report.shutdownEvents);
     }
     out["documents"] = report.documents;
     out["failedFiles"] = report.FailedFiles();

@@ -105,8 +105,7 @@ nlohmann::json ToJson(const RunReport& r) {
     for (const SuiteCount& s : r.suites)
         json["suites"].push_back({{"name", s.name}, {"version", s.version}, {"acquired", s.acquired},
                                   {"released", s.released}, {"refusedReleases", s.extraReleases}});
-    json["events"] = nlohmann::json::array();
-    for (const Event& e : r.events) json["events"].push_back(kelvra::ToJson(e));
+    json["events"] = kelvra::ToJson(r.events);
     json["live"] = {{"zpBasicBlocks", r.blocks.basic},     {"zpBlocks", r.blocks.blocks},
                     {"zpBlockNames", r.blocks.blockNames}, {"badFrees", r.blocks.badFrees},
                     {"strings", r.objects.strings},        {"filePaths", r.objects.filePaths},

@@ -29,10 +29,10 @@ nlohmann::json ToJson(const Event& event) {
     return json;
 }
 
-nlohmann::json ToJson(const EventLog& log) {
-    nlohmann::json events = nlohmann::json::array();
-    for (const Event& event : log.All()) events.push_back(ToJson(event));
-    return events;
+nlohmann::json ToJson(const std::vector<Event>& events) {
+    nlohmann::json array = nlohmann::json::array();
+    for (const Event& event : events) array.push_back(ToJson(event));
+    return array;
 }
 
 }  // namespace kelvra

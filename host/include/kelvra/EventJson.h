@@ -14,6 +14,7 @@
 namespace kelvra {
 
 nlohmann::json ToJson(const Event& event);
-nlohmann::json ToJson(const EventLog& log);
+// The events in order, as an array (a log's are All()).
+nlohmann::json ToJson(const std::vector<Event>& events);
 
 }  // namespace kelvra

@@ -73,7 +73,7 @@ TEST(EventLogTest, JsonFormHasTheFieldsOfEachKind) {
     usage.category = "c";
     usage.event = "e";
     log.Add(usage);
-    const nlohmann::json json = kelvra::ToJson(log);
+    const nlohmann::json json = kelvra::ToJson(log.All());
     EXPECT_EQ(json, nlohmann::json::parse(R"([
         {"type": "alert", "text": "Shown", "key": "$$$/A=Shown"},
         {"type": "question", "text": "Go on?", "key": "", "answer": true},
