@@ -77,7 +77,7 @@ TEST_F(FileFormatCheckTest, AColourBookIsKnownByItsExtensionOrWithoutOneByItsMag
     EXPECT_EQ(Check(colorBook_, folder_.Write("short", {'7', 'K', 'C'})), kNotRecognised);
     EXPECT_EQ(FiltersMade(), 3u);
     EXPECT_EQ(Check(colorBook_, folder_.Write("book.ose", book)), kNotRecognised);
-    EXPECT_EQ(Check(colorBook_, folder_.Write("book.acb", book)), kNotRecognised);
+    EXPECT_EQ(Check(colorBook_, folder_.Write("book.colors", book)), kNotRecognised);
     EXPECT_EQ(FiltersMade(), 3u);
 }
 
