@@ -2,13 +2,13 @@
 // with a file format ("Test Swatch Text Reader", FormatModule.cpp).
 #include "CommandRunner.h"
 
+#include "tests/support/TemporaryFolder.h"
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
 #include <filesystem>
-#include <fstream>
-#include <unistd.h>
 
 namespace {
 
@@ -21,18 +21,8 @@ const std::string kFormatModule = std::string(TEST_MODULES_DIR) + "/FormatModule
 
 class ImportCommandTest : public ::testing::Test {
 protected:
-    ImportCommandTest() {
-        std::string pattern = (std::filesystem::temp_directory_path() / "kelvra-import-XXXXXX").string();
-        folder_ = mkdtemp(pattern.data());
-    }
-    ~ImportCommandTest() override { std::filesystem::remove_all(folder_); }
-
-    std::string Write(const std::string& name, const std::string& text) const {
-        const std::filesystem::path path = folder_ / name;
-        std::ofstream(path) << text;
-        return path.string();
-    }
-    std::string Missing(const std::string& name) const { return (folder_ / name).string(); }
+    std::string Write(const std::string& name, const std::string& text) const { return folder_.Write(name, text); }
+    std::string Missing(const std::string& name) const { return (folder_.Path() / name).string(); }
 
     static std::vector<std::string> Import(std::vector<std::string> arguments) {
         arguments.insert(arguments.begin(), {"import", "--module", kFormatModule});
@@ -40,7 +30,7 @@ protected:
     }
 
 private:
-    std::filesystem::path folder_;
+    testsupport::TemporaryFolder folder_;
 };
 
 TEST_F(ImportCommandTest, OpensAFileAsADocumentNamedAfterItAndShowsItsSwatches) {

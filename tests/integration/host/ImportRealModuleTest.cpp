@@ -5,14 +5,11 @@
 
 #include "tests/support/ColorBookBuilder.h"
 #include "tests/support/SwatchExchangeBuilder.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
-
-#include <filesystem>
-#include <fstream>
-#include <unistd.h>
 
 namespace {
 
@@ -22,17 +19,8 @@ using ::testing::Not;
 
 class ImportRealModuleTest : public ::testing::Test {
 protected:
-    ImportRealModuleTest() {
-        std::string pattern = (std::filesystem::temp_directory_path() / "kelvra-import-XXXXXX").string();
-        folder_ = mkdtemp(pattern.data());
-    }
-    ~ImportRealModuleTest() override { std::filesystem::remove_all(folder_); }
-
     std::string Write(const std::string& name, const testsupport::Bytes& bytes) const {
-        const std::filesystem::path path = folder_ / name;
-        std::ofstream(path, std::ios::binary)
-            .write(reinterpret_cast<const char*>(bytes.data()), std::streamsize(bytes.size()));
-        return path.string();
+        return folder_.Write(name, bytes);
     }
 
     static std::vector<std::string> Import(std::vector<std::string> arguments) {
@@ -41,7 +29,7 @@ protected:
     }
 
 private:
-    std::filesystem::path folder_;
+    testsupport::TemporaryFolder folder_;
 };
 
 // The shared sample exchange file: a group "Brand" with a tinted spot RGB

@@ -1,4 +1,5 @@
 #include "HostTesting.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <KVFileSuites.h>
 #include <KVStringSuites.h>
@@ -20,7 +21,7 @@ protected:
     const KVUnicodeStringSuite* strings = Acquire<KVUnicodeStringSuite>(host, kKVUnicodeStringSuite, 9);
     const KVFilePathSuite* paths = Acquire<KVFilePathSuite>(host, kKVFilePathSuite, 8);
     const KVDataFilterSuite* filters = Acquire<KVDataFilterSuite>(host, kKVDataFilterSuite, 10);
-    kelvra::testing::TemporaryFolder folder;
+    testsupport::TemporaryFolder folder;
 
     std::string In(const char* name) { return (folder.Path() / name).string(); }
 

@@ -1,4 +1,5 @@
 #include "HostTesting.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <KVStringSuites.h>
 
@@ -16,7 +17,7 @@ protected:
     kelvra::Host host;
     const KVUnicodeStringSuite* strings = Acquire<KVUnicodeStringSuite>(host, kKVUnicodeStringSuite, 9);
     const KVFilePathSuite* paths = Acquire<KVFilePathSuite>(host, kKVFilePathSuite, 8);
-    kelvra::testing::TemporaryFolder folder;
+    testsupport::TemporaryFolder folder;
 
     KVFilePathRef Path(const std::string& text) {
         KVUnicodeStringRef string = nullptr;

@@ -7,9 +7,7 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <string>
-#include <unistd.h>
 
 namespace kelvra::testing {
 
@@ -42,20 +40,6 @@ public:
 
 private:
     const KVUnicodeStringSuite* suite_;
-};
-
-// A fresh folder under the system's temporary folder, removed afterwards.
-class TemporaryFolder {
-public:
-    TemporaryFolder() {
-        std::string pattern = (std::filesystem::temp_directory_path() / "kelvra-host-test-XXXXXX").string();
-        path_ = mkdtemp(pattern.data());
-    }
-    ~TemporaryFolder() { std::filesystem::remove_all(path_); }
-    const std::filesystem::path& Path() const { return path_; }
-
-private:
-    std::filesystem::path path_;
 };
 
 }  // namespace kelvra::testing

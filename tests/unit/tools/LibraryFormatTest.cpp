@@ -4,14 +4,14 @@
 
 #include <string>
 
-#include "ToolTesting.h"
 #include "tests/support/ColorBookBuilder.h"
 #include "tests/support/SwatchExchangeBuilder.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace {
 
 using tool::LibraryFormat;
-using tooltesting::TempFolder;
+using testsupport::TemporaryFolder;
 
 const std::string kXml = "<OrvikSwatchbook/>";
 
@@ -24,7 +24,7 @@ TEST(LibraryFormatFromName, KnowsTheThreeFormats) {
 }
 
 TEST(DetectLibraryFormat, GoesByTheExtensionFirstInAnyCase) {
-    TempFolder folder;
+    TemporaryFolder folder;
     const auto colorBook = testsupport::BuildColorBook(testsupport::SampleColorBook());
     EXPECT_EQ(tool::DetectLibraryFormat(folder.Write("book.xml", colorBook)), LibraryFormat::kXmlSwatchbook);
     EXPECT_EQ(tool::DetectLibraryFormat(folder.Write("book.OSE", colorBook)), LibraryFormat::kSwatchExchange);
@@ -32,7 +32,7 @@ TEST(DetectLibraryFormat, GoesByTheExtensionFirstInAnyCase) {
 }
 
 TEST(DetectLibraryFormat, GoesByTheMagicWithoutAKnownExtension) {
-    TempFolder folder;
+    TemporaryFolder folder;
     const auto colorBook = testsupport::BuildColorBook(testsupport::SampleColorBook());
     const auto exchange = testsupport::BuildSwatchExchange(testsupport::SampleSwatchExchange());
     EXPECT_EQ(tool::DetectLibraryFormat(folder.Write("book", colorBook)), LibraryFormat::kColorBook);
@@ -41,7 +41,7 @@ TEST(DetectLibraryFormat, GoesByTheMagicWithoutAKnownExtension) {
 }
 
 TEST(DetectLibraryFormat, TakesShortAndEmptyFilesForXml) {
-    TempFolder folder;
+    TemporaryFolder folder;
     EXPECT_EQ(tool::DetectLibraryFormat(folder.Write("empty", std::string())), LibraryFormat::kXmlSwatchbook);
     EXPECT_EQ(tool::DetectLibraryFormat(folder.Write("short", std::string("OSE"))), LibraryFormat::kXmlSwatchbook);
     EXPECT_EQ(tool::DetectLibraryFormat(folder.Write("short2", std::string("7KC"))), LibraryFormat::kXmlSwatchbook);

@@ -7,7 +7,7 @@
 #include <cstdio>
 #include <string>
 
-#include "ToolTesting.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace {
 
@@ -27,7 +27,7 @@ Outcome RunBinary(const std::string& arguments) {
 }
 
 TEST(TintoraBinary, TracesAFileAndExitsWithZero) {
-    tooltesting::TempFolder folder;
+    testsupport::TemporaryFolder folder;
     const auto file = folder.Write("book.xml", std::string("<OrvikSwatchbook Version=\"4\"/>"));
     const Outcome outcome = RunBinary("trace '" + file + "'");
     EXPECT_EQ(outcome.status, 0);
@@ -39,7 +39,7 @@ TEST(TintoraBinary, TracesAFileAndExitsWithZero) {
 }
 
 TEST(TintoraBinary, ExitsWithZeroWhenTheReaderFails) {
-    tooltesting::TempFolder folder;
+    testsupport::TemporaryFolder folder;
     const auto file = folder.Write("book.xml", std::string("<OrvikSwatchbook>"));
     const Outcome outcome = RunBinary("dump '" + file + "'");
     EXPECT_EQ(outcome.status, 0);
@@ -47,9 +47,9 @@ TEST(TintoraBinary, ExitsWithZeroWhenTheReaderFails) {
 }
 
 TEST(TintoraBinary, ExitsWithNonZeroWhenItCannotRun) {
-    tooltesting::TempFolder folder;
+    testsupport::TemporaryFolder folder;
     EXPECT_NE(RunBinary("trace --no-such-option x").status, 0);
-    EXPECT_NE(RunBinary("dump '" + folder.Path() + "/missing.xml'").status, 0);
+    EXPECT_NE(RunBinary("dump '" + (folder.Path() / "missing.xml").string() + "'").status, 0);
 }
 
 TEST(TintoraBinary, AnswersHelp) {

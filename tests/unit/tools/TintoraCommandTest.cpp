@@ -9,13 +9,14 @@
 #include "ToolTesting.h"
 #include "tests/support/ColorBookBuilder.h"
 #include "tests/support/SwatchExchangeBuilder.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace {
 
 using testing::HasSubstr;
 using testing::StartsWith;
 using tooltesting::RunTool;
-using tooltesting::TempFolder;
+using testsupport::TemporaryFolder;
 
 const std::string kXmlBook =
     R"(<OrvikSwatchbook Version="2" Title="T&#xE9;"><Formats><Format ID="f" ColorSpace="RGB" Encoding="Int8"/>)"
@@ -91,7 +92,7 @@ const std::string kSwatchExchangeTrace =
     "{\"result\": 0}\n";
 
 TEST(TintoraTrace, LogsEveryCallOfTheXmlReaderThenItsResult) {
-    TempFolder folder;
+    TemporaryFolder folder;
     const auto run = RunTool({"trace", "--format", "xml", folder.Write("book.xml", kXmlBook)});
     EXPECT_EQ(run.status, 0);
     EXPECT_EQ(run.out, kXmlTrace + "{\"op\": \"EndFill\", \"args\": []}\n{\"result\": 0}\n");
@@ -99,7 +100,7 @@ TEST(TintoraTrace, LogsEveryCallOfTheXmlReaderThenItsResult) {
 }
 
 TEST(TintoraTrace, PassesTheFlags) {
-    TempFolder folder;
+    TemporaryFolder folder;
     const auto run = RunTool({"trace", "--flags", "16", folder.Write("book.xml", kXmlBook)});
     EXPECT_EQ(run.out, kXmlTrace +
                            "{\"op\": \"AddSwatch\", \"args\": [-1], \"ret\": 1}\n"
@@ -108,7 +109,7 @@ TEST(TintoraTrace, PassesTheFlags) {
 }
 
 TEST(TintoraTrace, LogsEveryCallOfTheColorBookReader) {
-    TempFolder folder;
+    TemporaryFolder folder;
     const auto file = folder.Write("book.ocb", testsupport::BuildColorBook(SmallColorBook()));
     const auto run = RunTool({"trace", "--format", "ocb", file});
     EXPECT_EQ(run.status, 0);
@@ -116,7 +117,7 @@ TEST(TintoraTrace, LogsEveryCallOfTheColorBookReader) {
 }
 
 TEST(TintoraTrace, LogsEveryCallOfTheSwatchExchangeReader) {
-    TempFolder folder;
+    TemporaryFolder folder;
     const auto file = folder.Write("book.ose", testsupport::BuildSwatchExchange(SmallSwatchExchange()));
     const auto run = RunTool({"trace", "--format", "ose", file});
     EXPECT_EQ(run.status, 0);
@@ -124,7 +125,7 @@ TEST(TintoraTrace, LogsEveryCallOfTheSwatchExchangeReader) {
 }
 
 TEST(TintoraTrace, FindsTheFormatByExtensionThenByContent) {
-    TempFolder folder;
+    TemporaryFolder folder;
     const auto colorBook = testsupport::BuildColorBook(SmallColorBook());
     const auto exchange = testsupport::BuildSwatchExchange(SmallSwatchExchange());
     EXPECT_EQ(RunTool({"trace", folder.Write("a.ocb", colorBook)}).out, kColorBookTrace);
@@ -137,14 +138,14 @@ TEST(TintoraTrace, FindsTheFormatByExtensionThenByContent) {
 }
 
 TEST(TintoraTrace, ExitsWithZeroWhenTheReaderFails) {
-    TempFolder folder;
+    TemporaryFolder folder;
     const auto run = RunTool({"trace", "--format", "ocb", folder.Write("book.xml", kXmlBook)});
     EXPECT_EQ(run.status, 0);
     EXPECT_EQ(run.out, "{\"result\": 3}\n");
 }
 
 TEST(TintoraDump, PrintsTheBookAfterAnXmlRead) {
-    TempFolder folder;
+    TemporaryFolder folder;
     const auto run = RunTool({"dump", folder.Write("book.xml", kXmlBook)});
     EXPECT_EQ(run.status, 0);
     EXPECT_THAT(run.out, StartsWith("{\"result\": 0, \"book\": {\"version\": 2, \"pageSize\": 0, \"pageKeyOffset\": 0, "
@@ -157,7 +158,7 @@ TEST(TintoraDump, PrintsTheBookAfterAnXmlRead) {
 }
 
 TEST(TintoraDump, PrintsTheBookAfterAColorBookRead) {
-    TempFolder folder;
+    TemporaryFolder folder;
     const auto run = RunTool({"dump", folder.Write("book.ocb", testsupport::BuildColorBook(SmallColorBook()))});
     EXPECT_EQ(run.out,
               "{\"result\": 0, \"book\": {\"version\": 0, \"pageSize\": 1, \"pageKeyOffset\": 0, \"bookId\": 7, "
@@ -168,7 +169,7 @@ TEST(TintoraDump, PrintsTheBookAfterAColorBookRead) {
 }
 
 TEST(TintoraDump, PrintsTheBookAfterASwatchExchangeRead) {
-    TempFolder folder;
+    TemporaryFolder folder;
     const auto run =
         RunTool({"dump", folder.Write("book.ose", testsupport::BuildSwatchExchange(SmallSwatchExchange()))});
     EXPECT_EQ(run.out,
@@ -180,7 +181,7 @@ TEST(TintoraDump, PrintsTheBookAfterASwatchExchangeRead) {
 }
 
 TEST(TintoraDump, PrintsTheBookAfterAFailedRead) {
-    TempFolder folder;
+    TemporaryFolder folder;
     const auto run = RunTool({"dump", folder.Write("book.xml", std::string(R"(<OrvikSwatchbook BookID="9"><Swatches>)"))});
     EXPECT_EQ(run.status, 0);
     EXPECT_THAT(run.out, StartsWith("{\"result\": 2, \"book\": {\"version\": 0, \"pageSize\": 0, "
@@ -188,7 +189,7 @@ TEST(TintoraDump, PrintsTheBookAfterAFailedRead) {
 }
 
 TEST(TintoraPrescan, CountsUnsupportedBlocks) {
-    TempFolder folder;
+    TemporaryFolder folder;
     const auto file = folder.Write("book.ose", testsupport::BuildSwatchExchange(SmallSwatchExchange()));
     auto run = RunTool({"prescan", file});
     EXPECT_EQ(run.status, 0);
@@ -199,7 +200,7 @@ TEST(TintoraPrescan, CountsUnsupportedBlocks) {
 }
 
 TEST(TintoraPrescan, TellsAFileThatIsNotWellFormed) {
-    TempFolder folder;
+    TemporaryFolder folder;
     auto bytes = testsupport::BuildSwatchExchange(SmallSwatchExchange());
     // The unsupported block, now short by a byte, is counted before the fault shows.
     bytes.pop_back();
@@ -211,7 +212,7 @@ TEST(TintoraPrescan, TellsAFileThatIsNotWellFormed) {
 }
 
 TEST(Tintora, FailsToRunOnABadCommandLine) {
-    TempFolder folder;
+    TemporaryFolder folder;
     const auto file = folder.Write("book.xml", kXmlBook);
     for (const auto& args : std::vector<std::vector<std::string>>{
              {},
@@ -231,9 +232,9 @@ TEST(Tintora, FailsToRunOnABadCommandLine) {
 }
 
 TEST(Tintora, FailsToRunOnAFileItCannotRead) {
-    TempFolder folder;
+    TemporaryFolder folder;
     for (const std::string command : {"trace", "dump", "prescan"}) {
-        for (const std::string& file : {folder.Path() + "/missing.xml", folder.Path()}) {
+        for (const std::string& file : {(folder.Path() / "missing.xml").string(), folder.Path().string()}) {
             const auto run = RunTool({command, file});
             EXPECT_NE(run.status, 0) << command << " " << file;
             EXPECT_EQ(run.out, "") << command << " " << file;

@@ -1,10 +1,6 @@
-// Helpers of the tool tests: library files written to a fresh folder, and
-// the tintora command run in-process.
+// Helpers of the tool tests: the tintora command run in-process.
 #pragma once
 
-#include <cstdint>
-#include <filesystem>
-#include <fstream>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -12,30 +8,6 @@
 #include "TintoraCommand.h"
 
 namespace tooltesting {
-
-// A fresh folder, removed with everything in it at the end of the test.
-class TempFolder {
-public:
-    TempFolder() {
-        std::string pattern = (std::filesystem::temp_directory_path() / "tintora-tool-XXXXXX").string();
-        path_ = mkdtemp(pattern.data());
-    }
-    ~TempFolder() { std::filesystem::remove_all(path_); }
-    TempFolder(const TempFolder&) = delete;
-    TempFolder& operator=(const TempFolder&) = delete;
-
-    template <typename Bytes>
-    std::string Write(const std::string& name, const Bytes& bytes) const {
-        const std::string file = (path_ / name).string();
-        std::ofstream(file, std::ios::binary).write(reinterpret_cast<const char*>(bytes.data()),
-                                                    static_cast<std::streamsize>(bytes.size()));
-        return file;
-    }
-    std::string Path() const { return path_.string(); }
-
-private:
-    std::filesystem::path path_;
-};
 
 struct Run {
     int status;
