@@ -5,6 +5,8 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "ScopedSuite.h"
+
 namespace kv {
 
 namespace {
@@ -57,18 +59,17 @@ Found LookUpOwnList(const UXKBasicSuite& strings, KVResourceOwner owner, ResultC
 // Replaces the host's message for `code`, if it has one.
 bool LookUpHostList(const ZPBasicSuite& basic, const UXKBasicSuite& strings, ResultCode code,
                     char (&message)[kErrorMessageSize]) {
-    const void* suite = nullptr;
-    if (basic.AcquireSuite(kLexoHostInitSuite, kLexoHostInitSuiteVersion, &suite) != kNoErr) return false;
-    bool found = false;
+    const ScopedSuite hostInit(basic, kLexoHostInitSuite, kLexoHostInitSuiteVersion);
+    const auto* suite = hostInit.As<LexoHostInitSuite>();
     KVResourceOwner hostOwner = nullptr;
-    if (suite != nullptr && static_cast<const LexoHostInitSuite*>(suite)->GetHostResourceOwner(&hostOwner) == kNoErr) {
-        char hostMessage[kErrorMessageSize];
-        found = ReadString(strings, hostOwner, kHostErrorStringListId, static_cast<std::int32_t>(code), hostMessage,
-                           sizeof hostMessage);
-        if (found) std::memcpy(message, hostMessage, sizeof message);
+    if (suite == nullptr || suite->GetHostResourceOwner(&hostOwner) != kNoErr) return false;
+    char hostMessage[kErrorMessageSize];
+    if (!ReadString(strings, hostOwner, kHostErrorStringListId, static_cast<std::int32_t>(code), hostMessage,
+                    sizeof hostMessage)) {
+        return false;
     }
-    basic.ReleaseSuite(kLexoHostInitSuite, kLexoHostInitSuiteVersion);
-    return found;
+    std::memcpy(message, hostMessage, sizeof message);
+    return true;
 }
 
 // Four characters for the codes that are four-character codes, else decimal.

@@ -7,6 +7,7 @@
 #include "IKVGlobalUnicodeString.h"
 #include "KVFrameworkSuites.h"
 #include "KVUnicodeString.h"
+#include "ScopedSuite.h"
 #include "SilentCodes.h"
 #include "SuiteImports.h"
 #include "SuiteNode.h"
@@ -28,33 +29,6 @@ IKVGlobalUnicodeString gUnknownErrorHelpPage(
 
 constexpr std::int32_t kOutOfMemoryDialog = 2103;
 constexpr std::int32_t kUnknownErrorDialog = 2102;
-
-// A suite acquired through the basic suite for the length of one report.
-class ReportSuite {
-public:
-    ReportSuite(const ZPBasicSuite& basic, const char* name, std::int32_t version) noexcept
-        : basic_(basic), name_(name), version_(version) {
-        acquired_ = basic_.AcquireSuite(name_, version_, &suite_) == kNoErr;
-        if (!acquired_) suite_ = nullptr;
-    }
-    ReportSuite(const ReportSuite&) = delete;
-    ReportSuite& operator=(const ReportSuite&) = delete;
-    ~ReportSuite() {
-        if (acquired_) basic_.ReleaseSuite(name_, version_);
-    }
-
-    template <class Suite>
-    const Suite* As() const noexcept {
-        return static_cast<const Suite*>(suite_);
-    }
-
-private:
-    const ZPBasicSuite& basic_;
-    const char* name_;
-    std::int32_t version_;
-    const void* suite_ = nullptr;
-    bool acquired_ = false;
-};
 
 SuiteNode& ThreadPoolSuite() {
     static SuiteNode node(kKVThreadPoolSuite, kKVThreadPoolSuiteVersion, SuiteNode::kOnDemand);
@@ -116,12 +90,12 @@ void ReportErrorToUser(ZPPluginRef self, ResultCode code, const char* pluginName
     if (basic == nullptr) return;
 
     const UXKBasicSuite* strings = framework::UXKBasic();
-    std::optional<ReportSuite> ownStrings;
+    std::optional<ScopedSuite> ownStrings;
     if (strings == nullptr) {
         strings = ownStrings.emplace(*basic, kUXKBasicSuite, kUXKBasicSuiteVersion).As<UXKBasicSuite>();
         if (strings == nullptr) return;
     }
-    const ReportSuite userSuite(*basic, kKVUserSuite, kKVUserSuiteVersion);
+    const ScopedSuite userSuite(*basic, kKVUserSuite, kKVUserSuiteVersion);
     const auto* user = userSuite.As<KVUserSuite>();
     if (user == nullptr) return;
 
