@@ -2,6 +2,7 @@
 // each was acquired and released.
 #pragma once
 
+#include <kelvra/NamedKeyLess.h>
 #include <kelvra/SuiteCount.h>
 
 #include <ZPTypes.h>
@@ -38,18 +39,9 @@ private:
         SuiteCount count;
         std::uint64_t firstUse = 0;  // 0: never acquired
     };
-    // Orders (name, version) keys, also against a key whose name is a view.
-    struct KeyLess {
-        using is_transparent = void;
-        template <typename A, typename B>
-        bool operator()(const A& a, const B& b) const {
-            const std::string_view nameA = a.first, nameB = b.first;
-            return nameA != nameB ? nameA < nameB : a.second < b.second;
-        }
-    };
     Entry* Find(std::string_view name, std::int32_t version);
 
-    std::map<std::pair<std::string, std::int32_t>, Entry, KeyLess> entries_;
+    std::map<std::pair<std::string, std::int32_t>, Entry, NamedKeyLess<std::int32_t>> entries_;
     std::uint64_t uses_ = 0;
 };
 

@@ -3,6 +3,8 @@
 // libZPBasic failing.
 #pragma once
 
+#include "NamedKeyLess.h"
+
 #include <ZPTypes.h>
 
 #include <cstdint>
@@ -31,16 +33,7 @@ struct CallFault {
 
 // Calls counted per (suite, function). Looked up with views as well, so
 // counting a call makes no strings.
-struct CallKeyLess {
-    using is_transparent = void;
-    template <typename A, typename B>
-    bool operator()(const A& a, const B& b) const {
-        const std::string_view suiteA = a.first, suiteB = b.first;
-        if (suiteA != suiteB) return suiteA < suiteB;
-        return std::string_view(a.second) < std::string_view(b.second);
-    }
-};
-using CallCounts = std::map<std::pair<std::string, std::string>, std::uint64_t, CallKeyLess>;
+using CallCounts = std::map<std::pair<std::string, std::string>, std::uint64_t, NamedKeyLess<std::string_view>>;
 
 class FaultInjector {
 public:
