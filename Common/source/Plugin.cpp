@@ -1,13 +1,13 @@
 #include "Plugin.h"
 
 #include <cstdio>
-#include <cstring>
 #include <initializer_list>
 
 #include "AppContextScope.h"
 #include "CurrentTime.h"
 #include "ErrorReport.h"
 #include "ExceptionToResult.h"
+#include "MessageNames.h"
 #include "RegisteredSuites.h"
 #include "SilentCodes.h"
 #include "SuiteNode.h"
@@ -16,11 +16,8 @@ namespace kv {
 
 namespace {
 
-bool Is(const char* text, const char* expected) noexcept {
-    return text != nullptr && std::strcmp(text, expected) == 0;
-}
-
-// "<plug-in name> Save User Data Notifier", cut to fit the buffer.
+// "<plug-in name> Save User Data Notifier", cut to fit the buffer. Copied by
+// hand: snprintf would do the same, but the build rejects its truncation.
 void SaveUserDataNotifierName(const char* pluginName, char (&name)[256]) noexcept {
     std::size_t length = 0;
     for (const char* part : {pluginName, " Save User Data Notifier"}) {
@@ -75,25 +72,25 @@ ResultCode Plugin::Purge() { return kNoErr; }
 ResultCode Plugin::Message(const char* caller, const char* selector, void* message) {
     return ExceptionToResultAtDispatcher([&]() -> ResultCode {
         AcquireOptionalSuites();
-        if (Is(caller, kZPAccessCaller)) {
-            if (Is(selector, kZPUnloadSelector)) return Unload(static_cast<ZPAccessMessage*>(message));
-            if (Is(selector, kZPReloadSelector)) return Reload(static_cast<ZPAccessMessage*>(message));
-        } else if (Is(caller, kZPInterfaceCaller)) {
-            if (Is(selector, kZPStartupSelector)) return kNoErr;
-        } else if (Is(caller, kZPCacheCaller)) {
-            if (Is(selector, kZPPurgeCachesSelector)) return Purge() != kNoErr ? kCachesFlushedResponse : kNoErr;
-        } else if (Is(caller, kKVNotifierCaller)) {
+        if (Matches(caller, kZPAccessCaller)) {
+            if (Matches(selector, kZPUnloadSelector)) return Unload(static_cast<ZPAccessMessage*>(message));
+            if (Matches(selector, kZPReloadSelector)) return Reload(static_cast<ZPAccessMessage*>(message));
+        } else if (Matches(caller, kZPInterfaceCaller)) {
+            if (Matches(selector, kZPStartupSelector)) return kNoErr;
+        } else if (Matches(caller, kZPCacheCaller)) {
+            if (Matches(selector, kZPPurgeCachesSelector)) return Purge() != kNoErr ? kCachesFlushedResponse : kNoErr;
+        } else if (Matches(caller, kKVNotifierCaller)) {
             auto* notification = static_cast<KVNotifierMessage*>(message);
             const AppContextScope context(notification->d.self);
             if (notification->notifier == state_.saveUserDataNotifier) return SaveUserData();
-            if (Is(selector, kKVNotifySelector)) return Notify(notification);
-        } else if (Is(caller, kKVFileFormatCaller)) {
+            if (Matches(selector, kKVNotifySelector)) return Notify(notification);
+        } else if (Matches(caller, kKVFileFormatCaller)) {
             auto* request = static_cast<KVFileFormatMessage*>(message);
-            if (Is(selector, kKVGetFileFormatParametersSelector)) return GetFileFormatParameters(request);
-            if (Is(selector, kKVSetFileFormatParametersSelector)) return SetFileFormatParameters(request);
-            if (Is(selector, kKVGoFileFormatSelector)) return GoFileFormat(request);
-            if (Is(selector, kKVCheckFileFormatSelector)) return CheckFileFormat(request);
-            if (Is(selector, kKVUpdateFileFormatSelector)) return UpdateFileFormat(request);
+            if (Matches(selector, kKVGetFileFormatParametersSelector)) return GetFileFormatParameters(request);
+            if (Matches(selector, kKVSetFileFormatParametersSelector)) return SetFileFormatParameters(request);
+            if (Matches(selector, kKVGoFileFormatSelector)) return GoFileFormat(request);
+            if (Matches(selector, kKVCheckFileFormatSelector)) return CheckFileFormat(request);
+            if (Matches(selector, kKVUpdateFileFormatSelector)) return UpdateFileFormat(request);
         }
         return kUnhandledMsgErr;
     });

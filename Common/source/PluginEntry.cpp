@@ -1,10 +1,9 @@
 #include "PluginEntry.h"
 
-#include <cstring>
-
 #include "EntryBasicSuite.h"
 #include "ErrorReport.h"
 #include "ExceptionToResult.h"
+#include "MessageNames.h"
 #include "Plugin.h"
 #include "PluginHooks.h"
 #include "SuiteNode.h"
@@ -13,10 +12,6 @@
 namespace kv {
 
 namespace {
-
-bool Is(const char* text, const char* expected) noexcept {
-    return text != nullptr && std::strcmp(text, expected) == 0;
-}
 
 // Reports `result` when there is no plug-in object to do it: at a start-up
 // that failed or after a shut-down. Nothing holds suites between messages
@@ -73,7 +68,7 @@ ResultCode Stop(ZPMessageData& header, Plugin* plugin, void* message) noexcept {
 
 ResultCode Dispatch(Plugin& plugin, const char* caller, const char* selector, void* message) noexcept {
     EntryResult handled{kNoErr, false};
-    if (Is(caller, kZPAccessCaller) && Is(selector, kZPReloadSelector)) {
+    if (Matches(caller, kZPAccessCaller) && Matches(selector, kZPReloadSelector)) {
         const EntryResult fixed = ExceptionToResultAtEntry([&] {
             FixupReload(plugin);
             return kNoErr;
@@ -110,10 +105,10 @@ ResultCode PluginEntry(const char* caller, const char* selector, void* message) 
     OfferSuiteListBasicSuite(header.basic);
     auto* plugin = static_cast<Plugin*>(header.globals);
 
-    if (Is(caller, kZPInterfaceCaller) && Is(selector, kZPStartupSelector)) {
+    if (Matches(caller, kZPInterfaceCaller) && Matches(selector, kZPStartupSelector)) {
         if (ResultCode result = Start(header, message)) return result;
         plugin = static_cast<Plugin*>(header.globals);
-    } else if (Is(caller, kZPInterfaceCaller) && Is(selector, kZPShutdownSelector)) {
+    } else if (Matches(caller, kZPInterfaceCaller) && Matches(selector, kZPShutdownSelector)) {
         return plugin == nullptr ? kNoErr : Stop(header, plugin, message);
     } else if (plugin == nullptr) {
         return kNoErr;
