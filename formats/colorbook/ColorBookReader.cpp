@@ -37,15 +37,15 @@ Text CutLocalisationKey(Text text) {
     return text;
 }
 
-// A count of units, then the units; the units are swapped where they lie.
-bool ReadText(ByteCursor& in, bool keepKeys, Text& text) {
+// A text field, header text or name: a count of units, then the units,
+// swapped where they lie. The whole field; the key rule is the caller's.
+bool ReadText(ByteCursor& in, Text& text) {
     if (!in.Has(4)) return false;
     const std::uint64_t count = in.ReadU32();
     if (!in.Has(2 * count)) return false;
     std::uint8_t* units = in.Take(std::size_t(2 * count));
     SwapUtf16InPlace(units, std::size_t(count));
     text = {units, std::size_t(count)};
-    if (!keepKeys) text = CutLocalisationKey(text);
     return true;
 }
 
@@ -66,7 +66,8 @@ std::int32_t ReadHeader(ByteCursor& in, bool keepKeys, Header& header) {
     if (!in.Has(2)) return kReadTruncated;
     header.bookId = in.ReadU16();
     for (Text* text : {&header.title, &header.prefix, &header.postfix, &header.copyright}) {
-        if (!ReadText(in, keepKeys, *text)) return kReadTruncated;
+        if (!ReadText(in, *text)) return kReadTruncated;
+        if (!keepKeys) *text = CutLocalisationKey(*text);
     }
     for (std::uint16_t* value : {&header.colorCount, &header.pageSize, &header.pageKeyOffset, &header.colorSpace}) {
         if (!in.Has(2)) return kReadTruncated;
@@ -104,13 +105,8 @@ bool ReadRecords(ByteCursor& in, std::uint32_t flags, std::uint16_t count, std::
                  std::vector<Record>& records) {
     for (std::uint16_t i = 0; i < count; ++i) {
         Record record;
-        if (!in.Has(4)) return false;
-        const std::uint64_t nameUnits = in.ReadU32();
-        if (!in.Has(2 * nameUnits)) return false;
-        std::uint8_t* name = in.Take(std::size_t(2 * nameUnits));
-        SwapUtf16InPlace(name, std::size_t(nameUnits));
-        record.gap = nameUnits == 0;
-        record.name = {name, std::size_t(nameUnits)};
+        if (!ReadText(in, record.name)) return false;
+        record.gap = record.name.count == 0;
         if ((flags & kColorBookKeepKeys) == 0) record.name = CutLocalisationKey(record.name);
         if (!in.Has(std::uint64_t(channels) + kCodeBytes)) return false;
         const std::uint8_t* code = in.Take(kCodeBytes);
