@@ -22,11 +22,14 @@ std::string Answered(const char* message, ZPErr result) {
     return std::string(message) + " answered " + ResultText(result);
 }
 
+// A purge answers 0, or that it flushed caches.
+bool IsPurgeAnswer(ZPErr result) { return result == kZPNoErr || result == kZPCachesFlushedResponse; }
+
 // Start-up, purge, save notification (when registered), unload, reload and
 // shut-down; what went wrong, or empty.
 std::string FullCycle(Module& module) {
     if (ZPErr r = module.Startup()) return Answered("start-up", r);
-    if (ZPErr r = module.Purge(); r != kZPNoErr && r != kZPCachesFlushedResponse) return Answered("purge", r);
+    if (ZPErr r = module.Purge(); !IsPurgeAnswer(r)) return Answered("purge", r);
     if (module.HasSaveUserDataNotifier()) {
         if (ZPErr r = module.SaveUserData()) return Answered("save notification", r);
     }
@@ -142,8 +145,7 @@ Verdict CheckUnloadReload(const std::filesystem::path& path) {
     if (ZPErr r = module.Unload()) return Fail(Answered("unload", r));
     if (module.IsMapped()) return Fail("the module's code stayed mapped after unload");
     if (ZPErr r = module.Reload()) return Fail(Answered("reload", r));
-    if (ZPErr r = module.Purge(); r != kZPNoErr && r != kZPCachesFlushedResponse)
-        return Fail(Answered("purge after reload", r));
+    if (ZPErr r = module.Purge(); !IsPurgeAnswer(r)) return Fail(Answered("purge after reload", r));
     if (ZPErr r = module.Shutdown()) return Fail(Answered("shut-down", r));
     return Pass();
 }
@@ -153,7 +155,7 @@ Verdict CheckPurge(const std::filesystem::path& path) {
     Module& module = host.Load(path);
     if (ZPErr r = module.Startup()) return Fail(Answered("start-up", r));
     const ZPErr purge = module.Purge();
-    if (purge != kZPNoErr && purge != kZPCachesFlushedResponse) return Fail(Answered("purge", purge));
+    if (!IsPurgeAnswer(purge)) return Fail(Answered("purge", purge));
     if (ZPErr r = module.Shutdown()) return Fail(Answered("shut-down", r));
     return Pass("purge answered " + ResultText(purge));
 }
