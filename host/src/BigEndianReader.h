@@ -16,8 +16,8 @@ public:
     BigEndianReader(std::span<const std::uint8_t> bytes, std::string what)
         : bytes_(bytes), what_(std::move(what)) {}
 
-    std::uint32_t U32() { return std::uint32_t(Take(4, 0)); }
-    std::uint16_t U16() { return std::uint16_t(Take(2, 0)); }
+    std::uint32_t U32() { return std::uint32_t(Take(4)); }
+    std::uint16_t U16() { return std::uint16_t(Take(2)); }
     std::string Text(std::size_t length) {
         Need(length);
         std::string text(reinterpret_cast<const char*>(bytes_.data() + at_), length);
@@ -32,8 +32,9 @@ private:
     void Need(std::size_t count) const {
         if (count > Left()) Fail("data ends early at byte " + std::to_string(bytes_.size()));
     }
-    std::uint64_t Take(std::size_t count, std::uint64_t value) {
+    std::uint64_t Take(std::size_t count) {
         Need(count);
+        std::uint64_t value = 0;
         for (std::size_t i = 0; i < count; ++i) value = (value << 8) | bytes_[at_++];
         return value;
     }
