@@ -8,12 +8,12 @@
 #include <string>
 #include <vector>
 
+#include "bench/LargeColorBook.h"
 #include "bench/PairedTiming.h"
 #include "formats/colorbook/ColorBookReader.h"
 #include "formats/exchange/SwatchExchangeReader.h"
 #include "formats/streams/BigEndian.h"
 #include "swatchbook/ReferenceBook.h"
-#include "tests/support/ColorBookBuilder.h"
 #include "tests/support/MemoryStream.h"
 #include "tests/support/SwatchExchangeBuilder.h"
 #include "tests/support/Utf16Text.h"
@@ -22,27 +22,11 @@ namespace {
 
 using namespace testsupport;
 
-constexpr int kColorBookColors = 65535;
 constexpr int kExchangeBlocks = 10000;
 constexpr int kExchangeGroups = 10;
 
 std::u16string NameOf(const char* stem, int i) {
     return U16(std::string(stem) + " " + std::to_string(i));
-}
-
-const Bytes& ColorBookFile() {
-    static const Bytes file = [] {
-        ColorBookDescription book;
-        book.title = U16("Benchmark book");
-        book.colorSpace = kColorBookCMYK;
-        for (int i = 0; i < kColorBookColors; ++i) {
-            book.records.push_back({NameOf("Colour", i), std::to_string(i),
-                                    {std::uint8_t(i), std::uint8_t(i >> 8), std::uint8_t(i * 3), 7}, {}});
-        }
-        book.trailer = ColorBookTrailer("spot");
-        return BuildColorBook(book);
-    }();
-    return file;
 }
 
 // Ten groups, each with its start and end block, and colour entries of every
@@ -102,9 +86,9 @@ void WalkColorBook(const Bytes& file, std::vector<PlainColor>& colors) {
 }
 
 void BM_ReadColorBook(benchmark::State& state) {
-    auto stream = MemoryStream::Reading(ColorBookFile());
+    auto stream = MemoryStream::Reading(LargeColorBook());
     ReferenceBook book;
-    std::vector<PlainColor> colors(kColorBookColors);
+    std::vector<PlainColor> colors(kLargeColorBookColors);
     {
         PairedTiming timing(state);
         for (auto _ : state) {
@@ -116,10 +100,10 @@ void BM_ReadColorBook(benchmark::State& state) {
                     }
                     benchmark::DoNotOptimize(book.CountSwatches());
                 },
-                [&] { WalkColorBook(ColorBookFile(), colors); });
+                [&] { WalkColorBook(LargeColorBook(), colors); });
         }
     }
-    ReportRates(state, ColorBookFile().size(), kColorBookColors);
+    ReportRates(state, LargeColorBook().size(), kLargeColorBookColors);
 }
 
 struct PlainEntry {

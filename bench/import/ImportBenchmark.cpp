@@ -8,52 +8,21 @@
 #include <kelvra/Host.h>
 
 #include <filesystem>
-#include <fstream>
-#include <string>
-#include <unistd.h>
 
+#include "bench/LargeColorBook.h"
 #include "bench/PairedTiming.h"
 #include "formats/colorbook/ColorBookReader.h"
 #include "formats/streams/FileStream.h"
 #include "swatchbook/ReferenceBook.h"
-#include "tests/support/ColorBookBuilder.h"
-#include "tests/support/Utf16Text.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace {
 
-constexpr int kColors = 65535;
-
-// A file in the temporary folder, removed when the program ends.
-struct TemporaryFile {
-    std::filesystem::path path;
-    ~TemporaryFile() {
-        std::error_code ignored;
-        std::filesystem::remove(path, ignored);
-    }
-};
-
-// A CMYK book of spot colours, written into the temporary folder.
-std::filesystem::path WriteColorBook() {
-    testsupport::ColorBookDescription book;
-    book.title = testsupport::U16("Benchmark book");
-    book.bookId = 3100;
-    book.colorSpace = testsupport::kColorBookCMYK;
-    for (int i = 0; i < kColors; ++i) {
-        book.records.push_back({testsupport::U16("Colour " + std::to_string(i)), std::to_string(i),
-                                {std::uint8_t(i), std::uint8_t(i >> 8), std::uint8_t(i * 3), 7}, {}});
-    }
-    book.trailer = testsupport::ColorBookTrailer("spot");
-    const testsupport::Bytes bytes = testsupport::BuildColorBook(book);
-    const std::filesystem::path path =
-        std::filesystem::temp_directory_path() / ("bench-import-" + std::to_string(getpid()) + ".ocb");
-    std::ofstream(path, std::ios::binary).write(reinterpret_cast<const char*>(bytes.data()),
-                                                std::streamsize(bytes.size()));
-    return path;
-}
-
+// The benchmark colour book as a file, removed when the program ends.
 const std::filesystem::path& ColorBookFile() {
-    static const TemporaryFile file{WriteColorBook()};
-    return file.path;
+    static const testsupport::TemporaryFolder folder;
+    static const std::filesystem::path file = folder.Write("book.ocb", LargeColorBook());
+    return file;
 }
 
 void BM_ImportColorBook(benchmark::State& state) {
@@ -84,15 +53,15 @@ void BM_ImportColorBook(benchmark::State& state) {
                 baselineResult = formats::ReadColorBook(stream, book, 0);
                 benchmark::DoNotOptimize(book.CountSwatches());
             });
-        if (result != kZPNoErr || baselineResult != 0 || document.SwatchCount() != std::size_t(kColors)) {
+        if (result != kZPNoErr || baselineResult != 0 || document.SwatchCount() != std::size_t(kLargeColorBookColors)) {
             state.SkipWithError("the import or the baseline failed");
             break;
         }
         hostCalls = host.Faults().TotalCalls() - callsBefore;
         host.Documents().Close(document);
     }
-    state.counters["swatches"] = kColors;
-    state.counters["host_calls_per_swatch"] = double(hostCalls) / kColors;
+    state.counters["swatches"] = kLargeColorBookColors;
+    state.counters["host_calls_per_swatch"] = double(hostCalls) / kLargeColorBookColors;
     module.Shutdown();
 }
 
