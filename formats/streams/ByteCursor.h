@@ -14,7 +14,6 @@ class ByteCursor {
 public:
     ByteCursor(std::uint8_t* data, std::size_t size) : data_(data), size_(size) {}
 
-    std::size_t Size() const { return size_; }
     std::size_t Position() const { return position_; }
     bool Has(std::uint64_t bytes) const { return bytes <= std::uint64_t(size_ - position_); }
 
