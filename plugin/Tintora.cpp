@@ -2,8 +2,27 @@
 
 #include <new>
 
+#include "KVFileSuites.h"
+#include "SuiteNode.h"
+
 namespace {
+
 Tintora* gTintora = nullptr;
+
+kv::SuiteNode& SwatchLibrariesSuite() {
+    static kv::SuiteNode node(kKVSwatchLibrariesSuite, kKVSwatchLibrariesSuiteVersion, kv::SuiteNode::kOnDemand);
+    return node;
+}
+
+// Passes a swatch library request on to the host, which handles such files
+// itself; what it answers is its own affair.
+kv::ResultCode HandOverSwatchLibraryFile(KVFileFormatMessage& message) {
+    const auto* libraries = kv::AcquireSuiteOrNull<KVSwatchLibrariesSuite>(SwatchLibrariesSuite());
+    if (libraries == nullptr) return kv::kBadParameterErr;
+    libraries->HandleSwatchLibraryFile(&message.data);
+    return kv::kNoErr;
+}
+
 }  // namespace
 
 Tintora::Tintora(ZPPluginRef self) noexcept : Plugin(self) { SetName("Orvik Tintora Core"); }
@@ -41,6 +60,9 @@ kv::ResultCode Tintora::SetFileFormatParameters(KVFileFormatMessage*) { return k
 kv::ResultCode Tintora::UpdateFileFormat(KVFileFormatMessage*) { return kv::kNoErr; }
 
 kv::ResultCode Tintora::GoFileFormat(KVFileFormatMessage* message) {
+    if (message->fileFormat == nullptr && (message->option & kKVFileFormatSwatchLibraryOption) != 0) {
+        return HandOverSwatchLibraryFile(*message);
+    }
     return fileFormats_ != nullptr ? fileFormats_->Go(*message) : kv::kNoErr;
 }
 

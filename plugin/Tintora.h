@@ -22,7 +22,9 @@ public:
     kv::ResultCode GetFileFormatParameters(KVFileFormatMessage* message) override;
     kv::ResultCode SetFileFormatParameters(KVFileFormatMessage* message) override;
     kv::ResultCode UpdateFileFormat(KVFileFormatMessage* message) override;
-    // Handed to the file formats; 0 while there are none.
+    // Handed to the file formats; 0 while there are none. A swatch library
+    // request that names no format goes to the host instead: 0, or "PARM"
+    // when the host's swatch library suite cannot be had.
     kv::ResultCode GoFileFormat(KVFileFormatMessage* message) override;
     kv::ResultCode CheckFileFormat(KVFileFormatMessage* message) override;
 

@@ -23,7 +23,23 @@ ZPErr SendFileFormat(kelvra::Module& module, const char* selector) {
     return module.Send(kKVFileFormatCaller, selector, message.d);
 }
 
-class TintoraFileFormatTest : public import_testing::ModuleImportTest {};
+class TintoraFileFormatTest : public import_testing::ModuleImportTest {
+protected:
+    std::uint64_t Acquisitions(const std::string& suite) {
+        for (const kelvra::SuiteCount& count : host_.SuiteCounts()) {
+            if (count.name == suite) return count.acquired;
+        }
+        return 0;
+    }
+
+    // A swatch library request for `format` with the sample swatch exchange file.
+    ZPErr SwatchLibraryRequest(KVFileFormatHandle format, kelvra::Document& document) {
+        const std::filesystem::path file =
+            folder_.Write("book.ose", testsupport::BuildSwatchExchange(testsupport::SampleSwatchExchange()));
+        host_.Documents().MakeCurrent(document);
+        return module_->GoFileFormat({format, kKVFileFormatSwatchLibraryOption, file, document.Handle()});
+    }
+};
 
 TEST_F(TintoraFileFormatTest, TheParameterMessagesAnswer0) {
     EXPECT_EQ(SendFileFormat(*module_, kKVGetFileFormatParametersSelector), kZPNoErr);
@@ -45,6 +61,36 @@ TEST_F(TintoraFileFormatTest, AfterAReloadTheFormatsAnswer0AndImportNothing) {
     EXPECT_EQ(Check(swatchExchange_, folder_.Path("book.txt")), kZPNoErr);
     EXPECT_EQ(Go(swatchExchange_, file, document), kZPNoErr);
     EXPECT_THAT(DescribeSwatches(document), ElementsAre("[]"));
+    EXPECT_EQ(Calls(kKVDataFilterSuite, "NewFileDataFilter"), 0u);
+}
+
+TEST_F(TintoraFileFormatTest, ASwatchLibraryRequestThatNamesNoFormatIsHandedToTheHost) {
+    kelvra::Document& document = host_.Documents().New("Import");
+    EXPECT_EQ(SwatchLibraryRequest(nullptr, document), kZPNoErr);
+    EXPECT_EQ(Acquisitions(kKVSwatchLibrariesSuite), 1u);
+    EXPECT_EQ(Calls(kKVDataFilterSuite, "NewFileDataFilter"), 0u);
+    EXPECT_THAT(DescribeSwatches(document), ElementsAre("[]"));
+    EXPECT_THAT(import_testing::Shown(host_), IsEmpty());
+}
+
+TEST_F(TintoraFileFormatTest, ASwatchLibraryRequestForAFormatIsImportedByIt) {
+    kelvra::Document& document = host_.Documents().New("Import");
+    EXPECT_EQ(SwatchLibraryRequest(swatchExchange_, document), kZPNoErr);
+    EXPECT_EQ(Acquisitions(kKVSwatchLibrariesSuite), 0u);
+    EXPECT_GT(DescribeSwatches(document).size(), 1u);
+}
+
+TEST_F(TintoraFileFormatTest, ARequestThatNamesNoFormatAndIsNoSwatchLibraryRequestIsNotHandedOver) {
+    KVFileFormatMessage message{};
+    message.option = kKVFileFormatImportOption;
+    EXPECT_EQ(module_->Send(kKVFileFormatCaller, kKVGoFileFormatSelector, message.d), kZPNoErr);
+    EXPECT_EQ(Acquisitions(kKVSwatchLibrariesSuite), 0u);
+}
+
+TEST_F(TintoraFileFormatTest, WithoutTheHostsSwatchLibrarySuiteTheHandOverIsABadParameter) {
+    host_.Faults().MakeSuiteUnavailable(kKVSwatchLibrariesSuite);
+    kelvra::Document& document = host_.Documents().New("Import");
+    EXPECT_EQ(SwatchLibraryRequest(nullptr, document), ZP_FOURCC('P', 'A', 'R', 'M'));
     EXPECT_EQ(Calls(kKVDataFilterSuite, "NewFileDataFilter"), 0u);
 }
 
