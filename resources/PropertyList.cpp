@@ -15,7 +15,7 @@ constexpr auto kInterfaceVersion = resources::BigEndian32(kZPInterfaceVersion);
 constexpr Property kProperties[] = {
     {kZPKindProperty, kZPPluginKind},
     {kZPInterfaceVersionProperty, {kInterfaceVersion.data(), kInterfaceVersion.size()}},
-    // The entry point's name, padded with zero bytes to a multiple of four.
+    // The entry point's name, zero-terminated and padded with zero bytes to 8 bytes.
     {kZPEntryPointProperty, {"main\0\0\0\0", 8}},
     // The internal name, without terminator.
     {kZPPluginNameProperty, "TintoraPlugin"},
