@@ -1,8 +1,8 @@
 // A swatch book with groups, held in memory the way a document's swatch list
 // is: group 0 is the unnamed default group, swatch indices count within the
 // selected group, and every swatch keeps its values in its format's encoding.
-// The books of the model keep no groups; this one lets tests and tools write
-// and read back files that have them.
+// The books of the model keep no groups; this one lets tests and the fuzz
+// target write and read back files that have them.
 #pragma once
 
 #include <cstdint>
