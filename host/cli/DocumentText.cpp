@@ -4,8 +4,12 @@
 #include <kelvra/FloatText.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <cstdint>
 #include <cstring>
+#include <optional>
+#include <unordered_map>
 #include <vector>
 
 namespace kelvra::cli {
@@ -38,11 +42,22 @@ std::vector<float> Numbers(const json& values) {
     return numbers;
 }
 
-const json* CustomColor(const json& document, const json& name) {
-    for (const json& color : document["customColors"]) {
-        if (color["name"] == name) return &color;
-    }
-    return nullptr;
+// A document's custom colours by name, so that each swatch finds its own
+// without a walk through all of them.
+using CustomColors = std::unordered_map<std::string, const json*>;
+
+CustomColors CustomColorsByName(const json& document) {
+    CustomColors colors;
+    for (const json& color : document["customColors"]) colors.emplace(color["name"].get<std::string>(), &color);
+    return colors;
+}
+
+// The custom colour a custom swatch shows; null for other swatches and for
+// a name the document does not have.
+const json* CustomColorOf(const CustomColors& colors, const json& swatch) {
+    if (swatch["kind"] != "custom" || !swatch["customColor"].is_string()) return nullptr;
+    auto found = colors.find(swatch["customColor"].get<std::string>());
+    return found == colors.end() ? nullptr : found->second;
 }
 
 std::string CustomColorText(const json& color) {
@@ -53,13 +68,12 @@ std::string CustomColorText(const json& color) {
     return text + ", book id " + std::to_string(color["bookId"].get<std::int32_t>());
 }
 
-std::string SwatchText(const json& document, const json& swatch) {
+std::string SwatchText(const json& swatch, const json* customColor) {
     std::string text = Quoted(swatch["name"]) + ": ";
     const std::string kind = swatch["kind"];
     if (kind != "custom") return text + kind + (swatch.contains("values") ? Values(swatch["values"]) : "");
     text += "custom colour " + Quoted(swatch["customColor"]) + " at tint " + Value(swatch["tint"]);
-    const json* color = CustomColor(document, swatch["customColor"]);
-    return color != nullptr ? text + " (" + CustomColorText(*color) + ")" : text;
+    return customColor != nullptr ? text + " (" + CustomColorText(*customColor) + ")" : text;
 }
 
 std::array<float, 3> InkOffWhite(const std::vector<float>& cmyk) {
@@ -79,22 +93,14 @@ std::uint8_t Byte(float channel) {
     return std::uint8_t(std::lround(std::clamp(channel, 0.0f, 1.0f) * 255.0f));
 }
 
-std::string Chip(const json& document, const json& swatch) {
-    const auto colour = ChipColour(document, swatch);
-    if (!colour) return "   ";
-    return "\x1b[48;2;" + std::to_string((*colour)[0]) + ";" + std::to_string((*colour)[1]) + ";" +
-           std::to_string((*colour)[2]) + "m  \x1b[0m ";
-}
-
-}  // namespace
-
-std::optional<std::array<std::uint8_t, 3>> ChipColour(const json& document, const json& swatch) {
+// The colour a swatch shows, 0..255 per channel; none for the kinds without
+// a colour and for a custom swatch whose colour is missing.
+std::optional<std::array<std::uint8_t, 3>> ChipColour(const json& swatch, const json* customColor) {
     std::optional<std::array<float, 3>> shown;
     float tint = 0;
     if (swatch["kind"] == "custom") {
-        const json* color = CustomColor(document, swatch["customColor"]);
-        if (color == nullptr) return std::nullopt;
-        shown = Shown((*color)["kind"], Numbers((*color)["values"]));
+        if (customColor == nullptr) return std::nullopt;
+        shown = Shown((*customColor)["kind"], Numbers((*customColor)["values"]));
         tint = Number(swatch["tint"]);
     } else if (swatch.contains("values")) {
         shown = Shown(swatch["kind"], Numbers(swatch["values"]));
@@ -105,15 +111,27 @@ std::optional<std::array<std::uint8_t, 3>> ChipColour(const json& document, cons
     return bytes;
 }
 
+std::string Chip(const json& swatch, const json* customColor) {
+    const auto colour = ChipColour(swatch, customColor);
+    if (!colour) return "   ";
+    return "\x1b[48;2;" + std::to_string((*colour)[0]) + ";" + std::to_string((*colour)[1]) + ";" +
+           std::to_string((*colour)[2]) + "m  \x1b[0m ";
+}
+
+}  // namespace
+
 std::string DocumentText(const json& document, bool chips) {
+    const CustomColors customColors = CustomColorsByName(document);
     std::string text = "document " + Quoted(document["name"]) + ":\n";
     bool first = true;
     for (const json& group : document["groups"]) {
         text += first ? "  default group:\n" : "  group " + Quoted(group["name"]) + ":\n";
         first = false;
         if (group["swatches"].empty()) text += "    (no swatches)\n";
-        for (const json& swatch : group["swatches"])
-            text += "    " + (chips ? Chip(document, swatch) : "") + SwatchText(document, swatch) + "\n";
+        for (const json& swatch : group["swatches"]) {
+            const json* customColor = CustomColorOf(customColors, swatch);
+            text += "    " + (chips ? Chip(swatch, customColor) : "") + SwatchText(swatch, customColor) + "\n";
+        }
     }
     return text;
 }

@@ -8,24 +8,18 @@
 //       (no swatches)
 //
 // With chips, each swatch line starts with a 24-bit colour chip of the
-// colour the swatch shows (blank for pattern, gradient and none).
+// colour the swatch shows (blank for pattern, gradient and none): ink is
+// taken off white (gray and CMYK simply), Lab is converted as the host
+// converts it, and a tint mixes towards white.
 #pragma once
 
 #include <nlohmann/json.hpp>
 
-#include <array>
-#include <cstdint>
-#include <optional>
 #include <string>
 
 namespace kelvra::cli {
 
 std::string DocumentText(const nlohmann::json& document, bool chips);
-
-// The colour a swatch of `document` shows, 0..255 per channel; none for the
-// kinds without a colour. Ink is taken off white (gray and CMYK simply), Lab
-// is converted as the host converts it, and a tint mixes towards white.
-std::optional<std::array<std::uint8_t, 3>> ChipColour(const nlohmann::json& document, const nlohmann::json& swatch);
 
 // Chips go only to a terminal that shows 24-bit colour (COLORTERM
 // "truecolor" or "24bit"), never when NO_COLOR is set and not empty or when

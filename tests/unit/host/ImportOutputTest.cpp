@@ -64,6 +64,17 @@ TEST(ImportOutputTest, ChipsShowTheColourEachSwatchShows) {
     EXPECT_NE(text.find("    \x1b[48;2;0;255;0m  \x1b[0m \"Odd\":"), std::string::npos);
 }
 
+TEST(ImportOutputTest, ACustomSwatchWithoutItsColourShowsNoColourAndNoChip) {
+    const json document = json::parse(R"({"name": "d", "customColors": [], "groups": [{"name": "", "swatches": [
+        {"name": "Lost", "kind": "custom", "customColor": null, "tint": 0.5},
+        {"name": "Gone", "kind": "custom", "customColor": "Gone", "tint": 0}]}]})");
+    EXPECT_EQ(DocumentText(document, true),
+              "document \"d\":\n"
+              "  default group:\n"
+              "       \"Lost\": custom colour null at tint 0.5\n"
+              "       \"Gone\": custom colour \"Gone\" at tint 0\n");
+}
+
 TEST(ImportOutputTest, WithoutChipsThereAreNoEscapeCodes) {
     EXPECT_EQ(DocumentText(kDocument, false).find('\x1b'), std::string::npos);
 }
