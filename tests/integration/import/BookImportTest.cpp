@@ -5,6 +5,8 @@
 #include <KVFileSuites.h>
 
 #include "ImportTesting.h"
+#include "tests/support/ByteWriter.h"
+#include "tests/support/TemporaryFolder.h"
 #include "InProcessHost.h"
 #include "KVError.h"
 #include "formats/handlers/BookImport.h"
@@ -28,7 +30,7 @@ protected:
         return kv::kNoErr;
     }
 
-    import_testing::ScratchFolder folder_;
+    testsupport::TemporaryFolder folder_;
 };
 
 TEST_F(BookImportTest, AColourBookIsReadIntoTheGivenBook) {
@@ -46,7 +48,7 @@ TEST_F(BookImportTest, AnXmlSwatchbookIsReadIntoTheGivenBook) {
                              R"(Encoding="Float"/></Formats><Swatches><Sp N="Red"><C F="f">1 0 0</C></Sp>)"
                              R"(<Pl N="Blue"><C F="f">0 0 1</C></Pl></Swatches></OrvikSwatchbook>)";
     ReferenceBook book;
-    EXPECT_EQ(ErrorOf(formats::ImportXmlSwatchbook, folder_.Write("inks.xml", {text.begin(), text.end()}), &book),
+    EXPECT_EQ(ErrorOf(formats::ImportXmlSwatchbook, folder_.Write("inks.xml", testsupport::Bytes{text.begin(), text.end()}), &book),
               kv::kNoErr);
     EXPECT_EQ(book.GetTitle(), u"Inks");
     EXPECT_EQ(book.CountSwatches(), 2);
@@ -54,7 +56,7 @@ TEST_F(BookImportTest, AnXmlSwatchbookIsReadIntoTheGivenBook) {
 }
 
 TEST_F(BookImportTest, ANullBookIsABadParameterAndTheFileIsNotOpened) {
-    const std::filesystem::path path = folder_.Write("sample.ocb", {});
+    const std::filesystem::path path = folder_.Write("sample.ocb", testsupport::Bytes{});
     EXPECT_EQ(ErrorOf(formats::ImportColorBook, path, nullptr), kv::kBadParameterErr);
     EXPECT_EQ(ErrorOf(formats::ImportXmlSwatchbook, path, nullptr), kv::kBadParameterErr);
     EXPECT_EQ(Calls(kKVDataFilterSuite, "NewFileDataFilter"), 0u);
@@ -67,9 +69,9 @@ TEST_F(BookImportTest, AFileTheReaderFailsOnIsCantAndKeepsWhatWasRead) {
     EXPECT_EQ(ErrorOf(formats::ImportColorBook, folder_.Write("odd.ocb", testsupport::BuildColorBook(odd)), &book),
               kv::kCantHappenErr);
     EXPECT_EQ(book.GetTitle(), u"Sample Book");
-    EXPECT_EQ(ErrorOf(formats::ImportXmlSwatchbook, folder_.Write("bad.xml", {'<', 'a'}), &book),
+    EXPECT_EQ(ErrorOf(formats::ImportXmlSwatchbook, folder_.Write("bad.xml", testsupport::Bytes{'<', 'a'}), &book),
               kv::kCantHappenErr);
-    EXPECT_EQ(ErrorOf(formats::ImportXmlSwatchbook, folder_.Path("missing.xml"), &book), kv::kCantHappenErr);
+    EXPECT_EQ(ErrorOf(formats::ImportXmlSwatchbook, folder_.Path() / "missing.xml", &book), kv::kCantHappenErr);
     EXPECT_EQ(host_.LiveObjects().dataFilters, 0u);
 }
 

@@ -8,6 +8,8 @@
 #include <vector>
 
 #include "ImportTesting.h"
+#include "tests/support/ByteWriter.h"
+#include "tests/support/TemporaryFolder.h"
 #include "InProcessHost.h"
 #include "formats/streams/ByteBuffer.h"
 #include "formats/streams/DataFilterStream.h"
@@ -15,7 +17,7 @@
 namespace {
 
 using import_testing::HostPath;
-using import_testing::ScratchFolder;
+using testsupport::TemporaryFolder;
 
 constexpr const char* kFilters = "KV Data Filter Suite";
 constexpr ZPErr kFault = ZP_FOURCC('F', 'A', 'L', 'T');
@@ -47,12 +49,12 @@ protected:
         return {buffer.Data(), buffer.Data() + buffer.Count()};
     }
 
-    ScratchFolder folder_;
+    TemporaryFolder folder_;
 };
 
 TEST_F(DataFilterStreamTest, AnEmptyFileGivesAnEmptyBufferAndSuccess) {
     std::uint64_t reads = 0;
-    EXPECT_TRUE(ReadWhole(folder_.Write("empty.ose", {}), reads).empty());
+    EXPECT_TRUE(ReadWhole(folder_.Write("empty.ose", testsupport::Bytes{}), reads).empty());
     EXPECT_EQ(reads, 1u);
 }
 
@@ -71,7 +73,7 @@ TEST_F(DataFilterStreamTest, A200000ByteFileIsReadInChunksOf65536Bytes) {
 }
 
 TEST_F(DataFilterStreamTest, WritingReplacesTheFileWhenTheStreamCloses) {
-    const std::filesystem::path path = folder_.Write("out.ose", {9, 9});
+    const std::filesystem::path path = folder_.Write("out.ose", testsupport::Bytes{9, 9});
     const std::vector<std::uint8_t> bytes = Pattern(1000);
     {
         const HostPath file(path);
@@ -87,7 +89,7 @@ TEST_F(DataFilterStreamTest, WritingReplacesTheFileWhenTheStreamCloses) {
 }
 
 TEST_F(DataFilterStreamTest, AStreamForWritingReadsNothing) {
-    const HostPath file(folder_.Path("out.ose"));
+    const HostPath file(folder_.Path() / "out.ose");
     DataFilterStream stream(file.Get(), false);
     std::uint8_t byte = 0;
     EXPECT_EQ(stream.Read(&byte, 1), 0);
@@ -96,7 +98,7 @@ TEST_F(DataFilterStreamTest, AStreamForWritingReadsNothing) {
 }
 
 TEST_F(DataFilterStreamTest, AFileThatCannotBeOpenedLeavesTheStreamClosedAndNoFilterBehind) {
-    const HostPath file(folder_.Path("missing.ose"));
+    const HostPath file(folder_.Path() / "missing.ose");
     {
         DataFilterStream stream(file.Get(), true);
         EXPECT_EQ(stream.IsOpen(), 0);
@@ -135,7 +137,7 @@ TEST_F(DataFilterStreamTest, AReadOrWriteTheHostFailsMovesNothing) {
     EXPECT_EQ(reading.Read(bytes, 10), 0);
     EXPECT_EQ(reading.Read(bytes, 10), 10);
 
-    const HostPath out(folder_.Path("out.ose"));
+    const HostPath out(folder_.Path() / "out.ose");
     DataFilterStream writing(out.Get(), false);
     host_.Faults().FailCall({kFilters, "WriteDataFilter", 1, false, kFault});
     EXPECT_EQ(writing.Write(bytes, 10), 0);

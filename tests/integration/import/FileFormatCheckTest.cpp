@@ -44,16 +44,16 @@ TEST_F(FileFormatCheckTest, TheModuleRegistersTheColourBookThenTheSwatchExchange
 TEST_F(FileFormatCheckTest, AnOseFileIsAcceptedWithoutBeingOpened) {
     const std::filesystem::path written = folder_.Write("book.ose", BuildSwatchExchange(SampleSwatchExchange()));
     EXPECT_EQ(Check(swatchExchange_, written), kZPNoErr);
-    EXPECT_EQ(Check(swatchExchange_, folder_.Path("nowhere.ose")), kZPNoErr);  // not even there
-    EXPECT_EQ(Check(swatchExchange_, folder_.Write("junk.ose", {1, 2, 3})), kZPNoErr);
+    EXPECT_EQ(Check(swatchExchange_, folder_.Path() / "nowhere.ose"), kZPNoErr);  // not even there
+    EXPECT_EQ(Check(swatchExchange_, folder_.Write("junk.ose", testsupport::Bytes{1, 2, 3})), kZPNoErr);
     EXPECT_EQ(FiltersMade(), 0u);
 }
 
 TEST_F(FileFormatCheckTest, ASwatchExchangeFileWithoutExtensionIsOpenedAndExamined) {
     EXPECT_EQ(Check(swatchExchange_, folder_.Write("book", BuildSwatchExchange(SampleSwatchExchange()))), kZPNoErr);
     EXPECT_EQ(FiltersMade(), 1u);
-    EXPECT_EQ(Check(swatchExchange_, folder_.Write("junk", {'O', 'S', 'E', 'F', 0, 1})), kNotRecognised);
-    EXPECT_EQ(Check(swatchExchange_, folder_.Path("nowhere")), kNotRecognised);
+    EXPECT_EQ(Check(swatchExchange_, folder_.Write("junk", testsupport::Bytes{'O', 'S', 'E', 'F', 0, 1})), kNotRecognised);
+    EXPECT_EQ(Check(swatchExchange_, folder_.Path() / "nowhere"), kNotRecognised);
     EXPECT_EQ(FiltersMade(), 3u);
     EXPECT_EQ(host_.LiveObjects().dataFilters, 0u);
 }
@@ -68,13 +68,13 @@ TEST_F(FileFormatCheckTest, AFileWithAnotherExtensionIsRefusedUnopenedEvenWhenIt
 
 TEST_F(FileFormatCheckTest, AColourBookIsKnownByItsExtensionOrWithoutOneByItsMagic) {
     const testsupport::Bytes book = BuildColorBook(SampleColorBook());
-    EXPECT_EQ(Check(colorBook_, folder_.Path("nowhere.ocb")), kZPNoErr);
+    EXPECT_EQ(Check(colorBook_, folder_.Path() / "nowhere.ocb"), kZPNoErr);
     EXPECT_EQ(FiltersMade(), 0u);
     EXPECT_EQ(Check(colorBook_, folder_.Write("book", book)), kZPNoErr);
     EXPECT_EQ(FiltersMade(), 1u);
     EXPECT_EQ(Check(colorBook_, folder_.Write("exchange", BuildSwatchExchange(SampleSwatchExchange()))),
               kNotRecognised);
-    EXPECT_EQ(Check(colorBook_, folder_.Write("short", {'7', 'K', 'C'})), kNotRecognised);
+    EXPECT_EQ(Check(colorBook_, folder_.Write("short", testsupport::Bytes{'7', 'K', 'C'})), kNotRecognised);
     EXPECT_EQ(FiltersMade(), 3u);
     EXPECT_EQ(Check(colorBook_, folder_.Write("book.ose", book)), kNotRecognised);
     EXPECT_EQ(Check(colorBook_, folder_.Write("book.colors", book)), kNotRecognised);
@@ -82,8 +82,8 @@ TEST_F(FileFormatCheckTest, AColourBookIsKnownByItsExtensionOrWithoutOneByItsMag
 }
 
 TEST_F(FileFormatCheckTest, ARequestWithoutAFormatIsNotRecognisedAndShowsNothing) {
-    EXPECT_EQ(Check(nullptr, folder_.Path("book.ose")), kNotRecognised);
-    EXPECT_EQ(Check(reinterpret_cast<KVFileFormatHandle>(&host_), folder_.Path("book.ose")), kNotRecognised);
+    EXPECT_EQ(Check(nullptr, folder_.Path() / "book.ose"), kNotRecognised);
+    EXPECT_EQ(Check(reinterpret_cast<KVFileFormatHandle>(&host_), folder_.Path() / "book.ose"), kNotRecognised);
     EXPECT_TRUE(host_.Events().All().empty());
 }
 

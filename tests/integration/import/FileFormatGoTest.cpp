@@ -102,7 +102,7 @@ TEST_F(FileFormatGoTest, AFileThatIsNotOfTheFormatImportsNothingAndSaysNothing) 
     testsupport::ColorBookDescription badMagic = testsupport::SampleColorBook();
     badMagic.magic = "8KCB";
     EXPECT_EQ(Go(colorBook_, folder_.Write("bad.ocb", testsupport::BuildColorBook(badMagic)), *document_), kZPNoErr);
-    EXPECT_EQ(Go(colorBook_, folder_.Path("nowhere.ocb"), *document_), kZPNoErr);
+    EXPECT_EQ(Go(colorBook_, folder_.Path() / "nowhere.ocb", *document_), kZPNoErr);
     testsupport::SwatchExchangeDescription truncated = testsupport::SampleSwatchExchange();
     truncated.blockCount = 9;
     EXPECT_EQ(Go(swatchExchange_, folder_.Write("short.ose", testsupport::BuildSwatchExchange(truncated)),

@@ -1,39 +1,12 @@
 #include "ImportTesting.h"
 
 #include <algorithm>
-#include <atomic>
 #include <charconv>
 #include <cmath>
-#include <fstream>
-#include <stdexcept>
-
-#include <gtest/gtest.h>
-#include <unistd.h>
 
 #include "tests/support/Utf16Text.h"
 
 namespace import_testing {
-
-ScratchFolder::ScratchFolder() {
-    static std::atomic<int> made{0};
-    folder_ = std::filesystem::path(testing::TempDir()) /
-              ("import-" + std::to_string(getpid()) + "-" + std::to_string(made++));
-    std::filesystem::remove_all(folder_);
-    std::filesystem::create_directories(folder_);
-}
-
-ScratchFolder::~ScratchFolder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(folder_, ignored);
-}
-
-std::filesystem::path ScratchFolder::Write(const std::string& name, const std::vector<std::uint8_t>& bytes) const {
-    const std::filesystem::path path = folder_ / name;
-    std::ofstream out(path, std::ios::binary);
-    out.write(reinterpret_cast<const char*>(bytes.data()), std::streamsize(bytes.size()));
-    if (!out) throw std::runtime_error("cannot write " + path.string());
-    return path;
-}
 
 std::string FloatText(float value) {
     char text[32];

@@ -1,6 +1,6 @@
-// What the import tests share: files written into a scratch folder, the
-// colours of a host document in readable form, and the host's Lab to sRGB
-// conversion worked out independently of the host.
+// What the import tests share: the colours of a host document in readable
+// form, and the host's Lab to sRGB conversion worked out independently of
+// the host.
 #pragma once
 
 #include <kelvra/Document.h>
@@ -12,22 +12,6 @@
 #include <vector>
 
 namespace import_testing {
-
-// A folder of its own under the test's temporary folder, removed at the end.
-class ScratchFolder {
-public:
-    ScratchFolder();
-    ~ScratchFolder();
-    ScratchFolder(const ScratchFolder&) = delete;
-    ScratchFolder& operator=(const ScratchFolder&) = delete;
-
-    // Writes `bytes` into the file `name` of the folder; its path.
-    std::filesystem::path Write(const std::string& name, const std::vector<std::uint8_t>& bytes) const;
-    std::filesystem::path Path(const std::string& name) const { return folder_ / name; }
-
-private:
-    std::filesystem::path folder_;
-};
 
 // A swatch as a line: `name: <colour>`, where the colour is `gray 0.8`,
 // `rgb 1 0.25 0`, `cmyk ...`, `custom "<name>" tint 0.5`, `pattern`,

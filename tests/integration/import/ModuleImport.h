@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "ImportTesting.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace import_testing {
 
@@ -52,7 +53,7 @@ protected:
     kelvra::Module* module_ = nullptr;
     KVFileFormatHandle colorBook_ = nullptr;
     KVFileFormatHandle swatchExchange_ = nullptr;
-    ScratchFolder folder_;
+    testsupport::TemporaryFolder folder_;
 };
 
 }  // namespace import_testing

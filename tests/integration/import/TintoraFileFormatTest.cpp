@@ -58,7 +58,7 @@ TEST_F(TintoraFileFormatTest, AfterAReloadTheFormatsAnswer0AndImportNothing) {
     EXPECT_LT(host_.LiveBlocks().basic, blocksWhileStarted);  // the formats were let go at the unload
     ASSERT_EQ(module_->Reload(), kZPNoErr);
     kelvra::Document& document = host_.Documents().New("Import");
-    EXPECT_EQ(Check(swatchExchange_, folder_.Path("book.txt")), kZPNoErr);
+    EXPECT_EQ(Check(swatchExchange_, folder_.Path() / "book.txt"), kZPNoErr);
     EXPECT_EQ(Go(swatchExchange_, file, document), kZPNoErr);
     EXPECT_THAT(DescribeSwatches(document), ElementsAre("[]"));
     EXPECT_EQ(Calls(kKVDataFilterSuite, "NewFileDataFilter"), 0u);
@@ -129,7 +129,7 @@ TEST(TintoraStartupTest, AFormatTheHostRefusesFailsStartUpWithTheHostsCode) {
 }
 
 TEST_F(TintoraFileFormatTest, ShutDownLetsTheFormatsGo) {
-    EXPECT_EQ(Check(swatchExchange_, folder_.Path("book.txt")), kNotRecognised);
+    EXPECT_EQ(Check(swatchExchange_, folder_.Path() / "book.txt"), kNotRecognised);
     // TearDown shuts down and finds no block left.
 }
 
