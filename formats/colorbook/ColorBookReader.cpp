@@ -26,6 +26,8 @@ struct Text {
 
     char16_t At(std::size_t i) const { return char16_t(units[2 * i] | (units[2 * i + 1] << 8)); }
     std::u16string ToString() const { return CopyUtf16(units, count); }
+    // Into `text`, whose storage is reused: no allocation per swatch.
+    void CopyTo(std::u16string& text) const { CopyUtf16(units, count, text); }
 };
 
 // A localisation key "$$$/path=default" stands for its default text.
@@ -92,10 +94,12 @@ std::int32_t KindFromFlags(std::uint32_t flags, std::int32_t colorSpace) {
     return colorSpace == swatchbook::kLabSpace ? swatchbook::kSpotKind : swatchbook::kGlobalKind;
 }
 
+// Where a record's fields lie in the read buffer.
 struct Record {
     bool gap = false;
     Text name;
-    std::u16string code;
+    const std::uint8_t* code = nullptr;
+    std::size_t codeLength = 0;
     const std::uint8_t* components = nullptr;
 };
 
@@ -103,27 +107,30 @@ struct Record {
 // swatch at all.
 bool ReadRecords(ByteCursor& in, std::uint32_t flags, std::uint16_t count, std::size_t channels, bool inverted,
                  std::vector<Record>& records) {
+    records.reserve(count);
     for (std::uint16_t i = 0; i < count; ++i) {
         Record record;
         if (!ReadText(in, record.name)) return false;
         record.gap = record.name.count == 0;
         if ((flags & kColorBookKeepKeys) == 0) record.name = CutLocalisationKey(record.name);
         if (!in.Has(std::uint64_t(channels) + kCodeBytes)) return false;
-        const std::uint8_t* code = in.Take(kCodeBytes);
-        for (std::size_t c = 0; c < kCodeBytes && code[c] != 0; ++c) record.code.push_back(char16_t(code[c]));
+        record.code = in.Take(kCodeBytes);
+        while (record.codeLength < kCodeBytes && record.code[record.codeLength] != 0) ++record.codeLength;
         std::uint8_t* components = in.Take(channels);
         // Ink is stored inverted: 0 in the file is full ink.
         if (inverted) {
             for (std::size_t c = 0; c < channels; ++c) components[c] = std::uint8_t(255 - components[c]);
         }
         record.components = components;
-        records.push_back(std::move(record));
+        records.push_back(record);
     }
     return true;
 }
 
 void AddRecords(OrvikSwatchbook& book, const std::vector<Record>& records, std::uint32_t flags, std::int32_t format,
                 std::int32_t kind) {
+    std::u16string name;
+    std::u16string code;
     for (const Record& record : records) {
         if (record.gap) {
             if (flags & kColorBookKeepGaps) book.SetSwatchKind(book.AddSwatch(-1), swatchbook::kEmptyPlaceKind);
@@ -131,8 +138,13 @@ void AddRecords(OrvikSwatchbook& book, const std::vector<Record>& records, std::
         }
         const std::int32_t swatch = book.AddSwatch(-1);
         book.SetSwatchKind(swatch, kind);
-        book.SetSwatchName(swatch, record.name.ToString());
-        if (flags & kColorBookWithCodes) book.SetSwatchKey(swatch, record.code);
+        record.name.CopyTo(name);
+        book.SetSwatchName(swatch, name);
+        if (flags & kColorBookWithCodes) {
+            // Catalogue code bytes are characters of their byte value.
+            code.assign(record.code, record.code + record.codeLength);
+            book.SetSwatchKey(swatch, code);
+        }
         book.SetSwatchValuesInt8(swatch, format, record.components);
     }
 }

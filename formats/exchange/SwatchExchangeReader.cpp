@@ -52,7 +52,7 @@ bool ReadName(ByteCursor& in, bool keepKeys, std::u16string& name) {
     SwapUtf16InPlace(kept, keptCount);
     std::size_t length = 0;
     while (length < keptCount && (kept[2 * length] | kept[2 * length + 1]) != 0) ++length;
-    name = CopyUtf16(kept, length);
+    CopyUtf16(kept, length, name);
     return true;
 }
 
@@ -110,10 +110,9 @@ public:
 
 private:
     std::int32_t ReadGroupStart() {
-        std::u16string name;
-        if (!ReadName(in_, keepKeys_, name)) return kReadTruncated;
+        if (!ReadName(in_, keepKeys_, name_)) return kReadTruncated;
         const std::int32_t group = book_.AddGroup();
-        if (group != -1 && book_.SelectGroup(group)) book_.SetGroupName(name);
+        if (group != -1 && book_.SelectGroup(group)) book_.SetGroupName(name_);
         return kReadOK;
     }
 
@@ -123,8 +122,7 @@ private:
             if (!in_.Has(4)) return kReadTruncated;
             tint = in_.ReadFloat();
         }
-        std::u16string name;
-        if (!ReadName(in_, keepKeys_, name)) return kReadTruncated;
+        if (!ReadName(in_, keepKeys_, name_)) return kReadTruncated;
         if (!in_.Has(4)) return kReadTruncated;
         const std::uint8_t* code = in_.Take(4);
         std::size_t model = 0;
@@ -136,7 +134,7 @@ private:
         // the file, and the book would take the colour type from a value.
         if (format == -1) return kReadStreamNotOpen;
         const std::int32_t swatch = book_.AddSwatch(-1);
-        book_.SetSwatchName(swatch, name);
+        book_.SetSwatchName(swatch, name_);
         book_.SetSwatchTint(swatch, tint);
 
         const std::int32_t channels = book_.GetFormatChannels(format);
@@ -178,6 +176,8 @@ private:
     OrvikSwatchbook& book_;
     bool keepKeys_;
     std::int32_t formats_[kModelCount] = {-1, -1, -1, -1};
+    // Kept from one entry to the next, so that reading allocates nothing per swatch.
+    std::u16string name_;
     std::vector<double> values_;
 };
 

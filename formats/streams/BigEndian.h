@@ -43,10 +43,16 @@ inline void SwapUtf16InPlace(std::uint8_t* p, std::size_t units) {
     }
 }
 
-// Copies `units` code units already in host order; `p` need not be aligned.
-inline std::u16string CopyUtf16(const std::uint8_t* p, std::size_t units) {
-    std::u16string text(units, u'\0');
+// Copies `units` code units already in host order into `text`, reusing its
+// storage; `p` need not be aligned.
+inline void CopyUtf16(const std::uint8_t* p, std::size_t units, std::u16string& text) {
+    text.resize(units);
     if (units != 0) std::memcpy(text.data(), p, units * 2);
+}
+
+inline std::u16string CopyUtf16(const std::uint8_t* p, std::size_t units) {
+    std::u16string text;
+    CopyUtf16(p, units, text);
     return text;
 }
 
