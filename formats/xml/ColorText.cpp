@@ -1,5 +1,6 @@
 #include "ColorText.h"
 
+#include <array>
 #include <cmath>
 #include <cstddef>
 
@@ -9,6 +10,18 @@ namespace formats::xml {
 namespace {
 
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
+// The powers a number's digits are divided by, worked out once by the same
+// library call that any other power still goes through.
+const std::array<double, 23> kPowersOfTen = [] {
+    std::array<double, 23> powers{};
+    for (std::size_t k = 0; k < powers.size(); ++k) powers[k] = std::pow(10.0, double(k));
+    return powers;
+}();
+
+double PowerOfTen(std::size_t exponent) {
+    return exponent < kPowersOfTen.size() ? kPowersOfTen[exponent] : std::pow(10.0, double(exponent));
+}
 
 class NumberReader {
 public:
@@ -55,7 +68,7 @@ public:
                 break;
             }
         }
-        const double value = digits / std::pow(10.0, double(fractionDigits));
+        const double value = digits / PowerOfTen(fractionDigits);
         return negative ? -value : value;
     }
 
