@@ -9,8 +9,9 @@ namespace {
 
 ZPErr AcquireSuite(const char* name, std::int32_t version, const void** suite) noexcept {
     if (suite != nullptr) *suite = nullptr;
+    static const CallSite site = CallSiteOf(kBasicSuiteName, "AcquireSuite");
     return GuardedCall<ZPErr>(
-        kBasicSuiteName, "AcquireSuite",
+        site,
         [&](HostState& host) {
             if (name == nullptr || suite == nullptr) return kZPBadParameterErr;
             if (host.faults.IsSuiteUnavailable(name, version)) return kZPSuiteNotFoundErr;
@@ -25,7 +26,8 @@ ZPErr ReleaseSuite(const char* name, std::int32_t version) noexcept {
     };
     // A failed release still lets go of the suite: a module can do nothing
     // about a refused release, and leak counts stay about the module.
-    return GuardedCall<ZPErr>(kBasicSuiteName, "ReleaseSuite", release, [&](HostState& host) { release(host); });
+    static const CallSite site = CallSiteOf(kBasicSuiteName, "ReleaseSuite");
+    return GuardedCall<ZPErr>(site, release, [&](HostState& host) { release(host); });
 }
 
 const ZPBasicSuite basicSuite = {AcquireSuite, ReleaseSuite};

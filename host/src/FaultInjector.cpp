@@ -3,8 +3,44 @@
 #include <ZPBasicControl.h>
 
 #include <algorithm>
+#include <deque>
+#include <mutex>
 
 namespace kelvra {
+
+namespace {
+
+// Every (suite, function) given a call site so far, by site; a deque keeps
+// the names where they are while more are added.
+struct CallSites {
+    std::mutex mutex;
+    std::deque<std::pair<std::string, std::string>> names;
+    std::map<std::pair<std::string, std::string>, CallSite, NamedKeyLess<std::string_view>> sites;
+};
+
+CallSites& Sites() {
+    static CallSites sites;
+    return sites;
+}
+
+const std::pair<std::string, std::string>& NameOf(CallSite site) {
+    CallSites& sites = Sites();
+    std::lock_guard lock(sites.mutex);
+    return sites.names[site];
+}
+
+}  // namespace
+
+CallSite CallSiteOf(std::string_view suite, std::string_view function) {
+    CallSites& sites = Sites();
+    std::lock_guard lock(sites.mutex);
+    const auto found = sites.sites.find(std::pair{suite, function});
+    if (found != sites.sites.end()) return found->second;
+    const CallSite site = sites.names.size();
+    sites.names.emplace_back(std::string(suite), std::string(function));
+    sites.sites.emplace(sites.names.back(), site);
+    return site;
+}
 
 void FaultInjector::MakeSuiteUnavailable(std::string name, std::optional<std::int32_t> version) {
     unavailable_.emplace_back(std::move(name), version);
@@ -30,10 +66,17 @@ bool FaultInjector::IsSuiteUnavailable(std::string_view name, std::int32_t versi
 }
 
 std::optional<ZPErr> FaultInjector::OnCall(std::string_view suite, std::string_view function) {
+    return OnCall(CallSiteOf(suite, function));
+}
+
+std::optional<ZPErr> FaultInjector::OnCall(CallSite site) {
     ++totalCalls_;
-    auto counted = calls_.find(std::pair{suite, function});
-    if (counted == calls_.end()) counted = calls_.emplace(std::pair{std::string(suite), std::string(function)}, 0).first;
-    ++counted->second;
+    if (site >= counterBySite_.size()) counterBySite_.resize(site + 1, nullptr);
+    std::uint64_t*& counter = counterBySite_[site];
+    if (counter == nullptr) counter = &calls_.emplace(NameOf(site), 0).first->second;
+    ++*counter;
+    if (callFaults_.empty()) return std::nullopt;
+    const auto& [suite, function] = NameOf(site);
     std::optional<ZPErr> failure;
     for (ArmedCallFault& armed : callFaults_) {
         const CallFault& f = armed.fault;

@@ -33,14 +33,15 @@ R FailureAnswer(ZPErr code) {
     }
 }
 
-// Runs body(host) at the boundary; onInjected(host) runs when an injected
-// fault replaces the call, for functions whose objects must know of it.
+// Runs body(host) at the boundary of the function at `site`; onInjected(host)
+// runs when an injected fault replaces the call, for functions whose objects
+// must know of it.
 template <typename R, typename Body, typename OnInjected>
-R GuardedCall(const char* suite, const char* function, Body&& body, OnInjected&& onInjected) noexcept {
+R GuardedCall(CallSite site, Body&& body, OnInjected&& onInjected) noexcept {
     HostState* host = CurrentHost();
     if (host == nullptr) return FailureAnswer<R>(kZPCantHappenErr);
     try {
-        if (auto code = host->faults.OnCall(suite, function)) {
+        if (auto code = host->faults.OnCall(site)) {
             onInjected(*host);
             return FailureAnswer<R>(*code);
         }
@@ -58,9 +59,9 @@ struct HostFunction;
 template <SuiteName Suite, SuiteName Function, typename R, typename... A, R (*Impl)(HostState&, A...)>
 struct HostFunction<Suite, Function, Impl> {
     static R Call(A... args) noexcept {
+        static const CallSite site = CallSiteOf(Suite.text, Function.text);
         return GuardedCall<R>(
-            Suite.text, Function.text, [&](HostState& host) { return Impl(host, args...); },
-            [](HostState&) {});
+            site, [&](HostState& host) { return Impl(host, args...); }, [](HostState&) {});
     }
 };
 

@@ -31,12 +31,22 @@ struct CallFault {
     ZPErr code = kZPCantHappenErr;  // functions that answer no code answer "no" instead
 };
 
-// Calls counted per (suite, function). Looked up with views as well, so
-// counting a call makes no strings.
+// Calls counted per (suite, function). Looked up with views as well.
 using CallCounts = std::map<std::pair<std::string, std::string>, std::uint64_t, NamedKeyLess<std::string_view>>;
+
+// A number for one (suite, function), the same in every host of the process,
+// so that counting a call needs no look-up by name: the names are only
+// compared when a fault is armed.
+using CallSite = std::size_t;
+CallSite CallSiteOf(std::string_view suite, std::string_view function);
 
 class FaultInjector {
 public:
+    FaultInjector() = default;
+    // The counters per call site point into this object's own counts.
+    FaultInjector(const FaultInjector&) = delete;
+    FaultInjector& operator=(const FaultInjector&) = delete;
+
     // Acquiring `name` (in every version, or only in `version`) answers
     // kZPSuiteNotFoundErr.
     void MakeSuiteUnavailable(std::string name, std::optional<std::int32_t> version = {});
@@ -49,6 +59,7 @@ public:
     bool IsSuiteUnavailable(std::string_view name, std::int32_t version) const;
     // Counts one call of suite.function; the code to answer when it is to fail.
     std::optional<ZPErr> OnCall(std::string_view suite, std::string_view function);
+    std::optional<ZPErr> OnCall(CallSite site);
 
     // Calls of host suite functions counted so far, in all and per
     // (suite, function).
@@ -67,6 +78,8 @@ private:
     std::vector<ArmedCallFault> callFaults_;
     std::uint64_t totalCalls_ = 0;
     CallCounts calls_;
+    // The counter in calls_ of each call site seen so far, by site.
+    std::vector<std::uint64_t*> counterBySite_;
     std::vector<std::pair<std::string, std::string>> failedCalls_;
 };
 

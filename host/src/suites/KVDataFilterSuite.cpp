@@ -64,8 +64,9 @@ ZPErr WriteDataFilter(HostState& host, KVDataFilterRef filter, const char* store
 
 // An injected failure of a write must keep the old file like a real one.
 ZPErr WriteDataFilterEntry(KVDataFilterRef filter, const char* store, std::size_t* count) noexcept {
+    static const CallSite site = CallSiteOf(kSuite.text, "WriteDataFilter");
     return GuardedCall<ZPErr>(
-        kSuite.text, "WriteDataFilter", [&](HostState& host) { return WriteDataFilter(host, filter, store, count); },
+        site, [&](HostState& host) { return WriteDataFilter(host, filter, store, count); },
         [&](HostState& host) {
             if (HostDataFilter* found = host.dataFilters.Find(filter)) found->file.MarkFailed();
             if (count != nullptr) *count = 0;
