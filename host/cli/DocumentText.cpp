@@ -1,7 +1,9 @@
 #include "DocumentText.h"
 
-#include <kelvra/ColorConversion.h>
 #include <kelvra/FloatText.h>
+
+#include "color/ColorConversion.h"
+#include "color/ScreenColor.h"
 
 #include <algorithm>
 #include <array>
@@ -76,21 +78,12 @@ std::string SwatchText(const json& swatch, const json* customColor) {
     return customColor != nullptr ? text + " (" + CustomColorText(*customColor) + ")" : text;
 }
 
-std::array<float, 3> InkOffWhite(const std::vector<float>& cmyk) {
-    return {(1 - cmyk[0]) * (1 - cmyk[3]), (1 - cmyk[1]) * (1 - cmyk[3]), (1 - cmyk[2]) * (1 - cmyk[3])};
-}
-
 std::optional<std::array<float, 3>> Shown(const std::string& kind, const std::vector<float>& v) {
     if (kind == "gray") return std::array<float, 3>{1 - v[0], 1 - v[0], 1 - v[0]};
     if (kind == "rgb") return std::array<float, 3>{v[0], v[1], v[2]};
-    if (kind == "cmyk") return InkOffWhite(v);
-    if (kind == "lab") return LabD50ToSrgb(v[0], v[1], v[2]);
+    if (kind == "cmyk") return color::CmykToSrgbApproximation(v[0], v[1], v[2], v[3]);
+    if (kind == "lab") return color::LabD50ToSrgb(v[0], v[1], v[2]);
     return std::nullopt;
-}
-
-std::uint8_t Byte(float channel) {
-    if (std::isnan(channel)) return 0;
-    return std::uint8_t(std::lround(std::clamp(channel, 0.0f, 1.0f) * 255.0f));
 }
 
 // The colour a swatch shows, 0..255 per channel; none for the kinds without
@@ -106,9 +99,7 @@ std::optional<std::array<std::uint8_t, 3>> ChipColour(const json& swatch, const 
         shown = Shown(swatch["kind"], Numbers(swatch["values"]));
     }
     if (!shown) return std::nullopt;
-    std::array<std::uint8_t, 3> bytes{};
-    for (std::size_t i = 0; i < 3; ++i) bytes[i] = Byte((*shown)[i] * (1 - tint) + tint);
-    return bytes;
+    return color::SrgbBytes(color::TintTowardWhite(*shown, tint));
 }
 
 std::string Chip(const json& swatch, const json* customColor) {

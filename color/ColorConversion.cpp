@@ -1,9 +1,9 @@
-#include <kelvra/ColorConversion.h>
+#include "ColorConversion.h"
 
 #include <algorithm>
 #include <cmath>
 
-namespace kelvra {
+namespace color {
 
 namespace {
 
@@ -48,4 +48,4 @@ std::array<float, 3> LabD50ToSrgb(float l, float a, float b) {
     return rgb;
 }
 
-}  // namespace kelvra
+}  // namespace color
