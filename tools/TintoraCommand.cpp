@@ -8,6 +8,7 @@
 #include <string>
 
 #include "BookDump.h"
+#include "ConvertCommand.h"
 #include "JsonText.h"
 #include "LibraryFormat.h"
 #include "RecordingSwatchbook.h"
@@ -141,10 +142,22 @@ int RunTintora(int argc, const char* const* argv, std::ostream& out, std::ostrea
     prescan->add_flag("--json", prescanJson, "print one JSON object");
     prescan->footer(kPrescanHelp);
 
+    ConvertOptions convertOptions;
+    CLI::App* convert = AddConvertCommand(app, convertOptions);
+
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
         return app.exit(error, out, err);
+    }
+
+    if (*convert) {
+        try {
+            return RunConvert(convertOptions, out, err);
+        } catch (const std::exception& error) {
+            err << "tintora convert: " << error.what() << "\n";
+            return kCannotRun;
+        }
     }
 
     const std::string& file = *prescan ? prescanFile : *trace ? traceOptions.file : dumpOptions.file;
