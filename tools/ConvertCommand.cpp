@@ -126,7 +126,7 @@ int RunConvert(const ConvertOptions& options, std::ostream& out, std::ostream& e
         err << "tintora convert: " << options.output << ": the swatch exchange writer failed\n";
         return kFailed;
     }
-    if (const std::string why = ReplaceFile(options.output, file.Bytes()); !why.empty()) {
+    if (const std::string why = sheet::ReplaceFile(options.output, file.Bytes()); !why.empty()) {
         err << "tintora convert: " << why << "\n";
         return kFailed;
     }

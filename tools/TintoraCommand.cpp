@@ -12,6 +12,7 @@
 #include "JsonText.h"
 #include "LibraryFormat.h"
 #include "RecordingSwatchbook.h"
+#include "SheetCommand.h"
 #include "formats/exchange/SwatchExchangePrescan.h"
 #include "formats/streams/FileStream.h"
 #include "swatchbook/ReferenceBook.h"
@@ -144,6 +145,8 @@ int RunTintora(int argc, const char* const* argv, std::ostream& out, std::ostrea
 
     ConvertOptions convertOptions;
     CLI::App* convert = AddConvertCommand(app, convertOptions);
+    SheetOptions sheetOptions;
+    CLI::App* sheet = AddSheetCommand(app, sheetOptions);
 
     try {
         app.parse(argc, argv);
@@ -151,11 +154,11 @@ int RunTintora(int argc, const char* const* argv, std::ostream& out, std::ostrea
         return app.exit(error, out, err);
     }
 
-    if (*convert) {
+    if (*convert || *sheet) {
         try {
-            return RunConvert(convertOptions, out, err);
+            return *convert ? RunConvert(convertOptions, out, err) : RunSheet(sheetOptions, out, err);
         } catch (const std::exception& error) {
-            err << "tintora convert: " << error.what() << "\n";
+            err << "tintora: " << error.what() << "\n";
             return kCannotRun;
         }
     }

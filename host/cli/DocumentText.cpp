@@ -23,19 +23,21 @@ using nlohmann::json;
 // A name as a quoted, escaped string on one line.
 std::string Quoted(const json& name) { return name.dump(); }
 
+float Number(const json& value) {
+    if (value.is_number()) return float(value.get<double>());
+    return std::strtof(value.get<std::string>().c_str(), nullptr);  // "NaN", "Infinity", "-Infinity"
+}
+
 std::string Value(const json& value) {
     return value.is_number() ? FloatText(float(value.get<double>())) : value.get<std::string>();
 }
+
+}  // namespace
 
 std::string Values(const json& values) {
     std::string text;
     for (const json& value : values) text += " " + Value(value);
     return text;
-}
-
-float Number(const json& value) {
-    if (value.is_number()) return float(value.get<double>());
-    return std::strtof(value.get<std::string>().c_str(), nullptr);  // "NaN", "Infinity", "-Infinity"
 }
 
 std::vector<float> Numbers(const json& values) {
@@ -44,18 +46,12 @@ std::vector<float> Numbers(const json& values) {
     return numbers;
 }
 
-// A document's custom colours by name, so that each swatch finds its own
-// without a walk through all of them.
-using CustomColors = std::unordered_map<std::string, const json*>;
-
 CustomColors CustomColorsByName(const json& document) {
     CustomColors colors;
     for (const json& color : document["customColors"]) colors.emplace(color["name"].get<std::string>(), &color);
     return colors;
 }
 
-// The custom colour a custom swatch shows; null for other swatches and for
-// a name the document does not have.
 const json* CustomColorOf(const CustomColors& colors, const json& swatch) {
     if (swatch["kind"] != "custom" || !swatch["customColor"].is_string()) return nullptr;
     auto found = colors.find(swatch["customColor"].get<std::string>());
@@ -70,6 +66,8 @@ std::string CustomColorText(const json& color) {
     return text + ", book id " + std::to_string(color["bookId"].get<std::int32_t>());
 }
 
+namespace {
+
 std::string SwatchText(const json& swatch, const json* customColor) {
     std::string text = Quoted(swatch["name"]) + ": ";
     const std::string kind = swatch["kind"];
@@ -78,13 +76,17 @@ std::string SwatchText(const json& swatch, const json* customColor) {
     return customColor != nullptr ? text + " (" + CustomColorText(*customColor) + ")" : text;
 }
 
-std::optional<std::array<float, 3>> Shown(const std::string& kind, const std::vector<float>& v) {
+}  // namespace
+
+std::optional<std::array<float, 3>> ShownColour(const std::string& kind, const std::vector<float>& v) {
     if (kind == "gray") return std::array<float, 3>{1 - v[0], 1 - v[0], 1 - v[0]};
     if (kind == "rgb") return std::array<float, 3>{v[0], v[1], v[2]};
     if (kind == "cmyk") return color::CmykToSrgbApproximation(v[0], v[1], v[2], v[3]);
     if (kind == "lab") return color::LabD50ToSrgb(v[0], v[1], v[2]);
     return std::nullopt;
 }
+
+namespace {
 
 // The colour a swatch shows, 0..255 per channel; none for the kinds without
 // a colour and for a custom swatch whose colour is missing.
@@ -93,10 +95,10 @@ std::optional<std::array<std::uint8_t, 3>> ChipColour(const json& swatch, const 
     float tint = 0;
     if (swatch["kind"] == "custom") {
         if (customColor == nullptr) return std::nullopt;
-        shown = Shown((*customColor)["kind"], Numbers((*customColor)["values"]));
+        shown = ShownColour((*customColor)["kind"], Numbers((*customColor)["values"]));
         tint = Number(swatch["tint"]);
     } else if (swatch.contains("values")) {
-        shown = Shown(swatch["kind"], Numbers(swatch["values"]));
+        shown = ShownColour(swatch["kind"], Numbers(swatch["values"]));
     }
     if (!shown) return std::nullopt;
     return color::SrgbBytes(color::TintTowardWhite(*shown, tint));

@@ -15,11 +15,35 @@
 
 #include <nlohmann/json.hpp>
 
+#include <array>
+#include <optional>
 #include <string>
+#include <unordered_map>
+#include <vector>
 
 namespace kelvra::cli {
 
 std::string DocumentText(const nlohmann::json& document, bool chips);
+
+// The parts of a swatch's line, for other views of a document (DocumentSheet.h).
+
+// " 0.25 0.5 1": the values, each after a blank.
+std::string Values(const nlohmann::json& values);
+std::vector<float> Numbers(const nlohmann::json& values);
+
+// A document's custom colours by name, so that each swatch finds its own
+// without a walk through all of them.
+using CustomColors = std::unordered_map<std::string, const nlohmann::json*>;
+CustomColors CustomColorsByName(const nlohmann::json& document);
+// The custom colour a custom swatch shows; null for other swatches and for
+// a name the document does not have.
+const nlohmann::json* CustomColorOf(const CustomColors& colors, const nlohmann::json& swatch);
+// "lab 80 5 60, spot, book id 3000".
+std::string CustomColorText(const nlohmann::json& color);
+
+// The colour of a colour kind ("gray", "rgb", "cmyk", "lab") and its values
+// as shown, untinted; none for the kinds without a colour.
+std::optional<std::array<float, 3>> ShownColour(const std::string& kind, const std::vector<float>& values);
 
 // Chips go only to a terminal that shows 24-bit colour (COLORTERM
 // "truecolor" or "24bit"), never when NO_COLOR is set and not empty or when

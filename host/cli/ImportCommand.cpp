@@ -1,5 +1,6 @@
 #include "ImportCommand.h"
 
+#include "DocumentSheet.h"
 #include "DocumentText.h"
 #include "ImportReport.h"
 
@@ -113,6 +114,12 @@ int Import(const ImportOptions& options) {
         const bool chips = WantsColourChips(isatty(STDOUT_FILENO) != 0, std::getenv("NO_COLOR"), std::getenv("TERM"),
                                             std::getenv("COLORTERM"));
         std::cout << ImportText(report, chips);
+    }
+    if (!options.sheet.empty()) {
+        if (const std::string why = sheet::WriteSheet(DocumentsSheet(report.documents), options.sheet); !why.empty()) {
+            std::cerr << "kelvra-host import: " << why << "\n";
+            return 1;
+        }
     }
     return report.Succeeded() ? 0 : 1;
 }

@@ -15,13 +15,15 @@ struct ImportOptions {
     bool place = false;           // all files into one document made at the start
     std::optional<bool> answer;   // the answer to every question; else ask on a terminal, else yes
     bool json = false;
+    std::filesystem::path sheet;  // also write the documents as a swatch sheet, HTML or SVG, when given
 };
 
 // The module of the same build: plugin/Tintora.so beside the folder of the
 // running kelvra-host.
 std::filesystem::path DefaultModule();
 
-// 0 when the module started and every file was imported; 1 otherwise.
+// 0 when the module started, every file was imported and the sheet, if
+// asked for, was written; 1 otherwise.
 int Import(const ImportOptions& options);
 
 }  // namespace kelvra::cli

@@ -56,6 +56,9 @@ int main(int argc, char** argv) {
                      "answer every question so (default: ask on the terminal when standard input is one, else yes)")
         ->check(CLI::IsMember({"yes", "no"}));
     importCommand->add_flag("--json", import.json, "print the same as one JSON object (see host/README.md)");
+    importCommand->add_option("--sheet", import.sheet,
+                              "also write the documents as imported as a swatch sheet: OUT.html (one "
+                              "self-contained file) or OUT.svg; a file that cannot be written makes the exit status 1");
 
     CLI11_PARSE(app, argc, argv);
     if (runCommand->parsed()) return kelvra::cli::Run(run);

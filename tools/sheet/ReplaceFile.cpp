@@ -9,7 +9,7 @@
 #include <cstring>
 #include <filesystem>
 
-namespace tool {
+namespace sheet {
 namespace {
 
 std::string Failed(const std::string& what) { return what + ": " + std::strerror(errno); }
@@ -46,4 +46,4 @@ std::string ReplaceFile(const std::string& path, std::string_view bytes) {
     return why;
 }
 
-}  // namespace tool
+}  // namespace sheet
