@@ -109,11 +109,12 @@ std::variant<PaletteColor, Failure> NumbersLine(std::string_view line) {
 // "#RRGGBB name" or "#RGB name"; none when the line is a comment.
 std::optional<std::variant<PaletteColor, Failure>> HexLine(std::string_view line) {
     std::string_view rest = line.substr(1);
+    // "# a note" is a comment, whatever its words.
+    if (rest.empty() || kBlanks.find(rest[0]) != std::string_view::npos) return std::nullopt;
     const std::string_view digits = NextWord(rest);
     for (char c : digits) {
         if (!IsHexDigit(c)) return std::nullopt;
     }
-    if (digits.empty()) return std::nullopt;
     if (digits.size() != 3 && digits.size() != 6) {
         return Failure{"\"#" + std::string(digits) + "\" is not a colour: expected #RRGGBB or #RGB"};
     }

@@ -6,8 +6,8 @@
 //   line as "R G B name";
 // - a colour list: one colour a line, either three numbers and a name
 //   ("255 250 250 snow") or a hex colour and an optional name ("#FFFAFA
-//   snow", "#FFF"); lines starting with "!", and "#" lines that are not hex
-//   colours, are comments.
+//   snow", "#FFF"); lines starting with "!", "#" and a blank, or a "#" word
+//   that is not all hex digits ("#about"), are comments.
 //
 // Numbers are whole numbers 0..255; the name is the rest of the line, blanks
 // around it removed, and a colour without one is named by its hex form
