@@ -25,3 +25,17 @@ std::array<std::uint8_t, 3> SrgbBytes(const Srgb& colour) {
 }
 
 }  // namespace color
+
+namespace color {
+
+std::string HexColour(const std::array<std::uint8_t, 3>& bytes) {
+    static constexpr char kDigits[] = "0123456789ABCDEF";
+    std::string hex = "#";
+    for (std::uint8_t channel : bytes) {
+        hex += kDigits[channel >> 4];
+        hex += kDigits[channel & 15];
+    }
+    return hex;
+}
+
+}  // namespace color

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <string>
 
 namespace color {
 
@@ -21,5 +22,8 @@ Srgb TintTowardWhite(const Srgb& colour, float tint);
 // NaN gives 0.
 std::uint8_t SrgbByte(float channel);
 std::array<std::uint8_t, 3> SrgbBytes(const Srgb& colour);
+
+// "#1A2B3C".
+std::string HexColour(const std::array<std::uint8_t, 3>& bytes);
 
 }  // namespace color

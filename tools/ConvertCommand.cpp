@@ -3,10 +3,10 @@
 #include <CLI/CLI.hpp>
 
 #include <deque>
-#include <iterator>
 
 #include "BookInput.h"
 #include "ConvertedBook.h"
+#include "InputFormatOption.h"
 #include "ReplaceFile.h"
 #include "formats/exchange/SwatchExchangeWriter.h"
 #include "formats/streams/OrvikSwatchbookStream.h"
@@ -79,9 +79,7 @@ CLI::App* AddConvertCommand(CLI::App& app, ConvertOptions& options) {
     CLI::App* command = app.add_subcommand("convert", "Convert library files and palettes into a swatch exchange file");
     command->add_option("IN", options.inputs, "library files and palettes")->required();
     command->add_option("-o,--output", options.output, "the swatch exchange file to write")->required();
-    command->add_option("--format", options.format, "auto, ocb, ose, xml, palette or list, for every IN")
-        ->check(CLI::IsMember(std::vector<std::string>(std::begin(kInputFormatNames), std::end(kInputFormatNames))))
-        ->capture_default_str();
+    AddInputFormatOption(*command, options.format, "auto, ocb, ose, xml, palette or list, for every IN");
     command->add_option("--kind", options.kind, "every swatch's kind (default: its own; palettes process)")
         ->check(CLI::IsMember({"process", "global", "spot"}));
     CLI::Option* perFile =

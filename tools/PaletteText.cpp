@@ -3,6 +3,7 @@
 #include <charconv>
 #include <optional>
 
+#include "color/ScreenColor.h"
 #include "formats/xml/Utf8ToUtf16.h"
 
 namespace tool {
@@ -58,16 +59,6 @@ bool IsUtf8(std::string_view text) {
         i += length;
     }
     return true;
-}
-
-std::string HexName(const std::array<std::uint8_t, 3>& rgb) {
-    static constexpr char kDigits[] = "0123456789ABCDEF";
-    std::string name = "#";
-    for (std::uint8_t channel : rgb) {
-        name += kDigits[channel >> 4];
-        name += kDigits[channel & 15];
-    }
-    return name;
 }
 
 // The next blank-separated word of `rest`, which moves past it.
@@ -190,7 +181,7 @@ std::variant<Palette, PaletteError> ParsePalette(std::string_view text, PaletteL
         if (const auto* failure = std::get_if<Failure>(&*parsed)) return PaletteError{number, failure->message};
         PaletteColor color = std::get<PaletteColor>(*parsed);
         color.line = number;
-        if (color.name.empty()) color.name = formats::xml::Utf8ToUtf16(HexName(color.rgb));
+        if (color.name.empty()) color.name = formats::xml::Utf8ToUtf16(color::HexColour(color.rgb));
         palette.colors.push_back(std::move(color));
     }
     if (layout == PaletteLayout::kHeaded && number == 0) return PaletteError{1, "the file is empty"};

@@ -4,10 +4,10 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <iterator>
 
 #include "BookInput.h"
 #include "BookSheet.h"
+#include "InputFormatOption.h"
 #include "SwatchSheet.h"
 #include "swatchbook/CompleteBook.h"
 
@@ -51,9 +51,7 @@ CLI::App* AddSheetCommand(CLI::App& app, SheetOptions& options) {
     CLI::App* command = app.add_subcommand("sheet", "Show a library file or palette as an HTML or SVG swatch sheet");
     command->add_option("IN", options.input, "a library file or palette")->required();
     command->add_option("-o,--output", options.output, "the sheet to write, OUT.html or OUT.svg")->required();
-    command->add_option("--format", options.format, "auto, ocb, ose, xml, palette or list")
-        ->check(CLI::IsMember(std::vector<std::string>(std::begin(kInputFormatNames), std::end(kInputFormatNames))))
-        ->capture_default_str();
+    AddInputFormatOption(*command, options.format, "auto, ocb, ose, xml, palette or list");
     command->footer(kSheetHelp);
     return command;
 }

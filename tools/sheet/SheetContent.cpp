@@ -27,16 +27,6 @@ bool AnySwatch(const Sheet& sheet, bool (*test)(const Swatch&)) {
 
 }  // namespace
 
-std::string Hex(const Rgb8& colour) {
-    static constexpr char kDigits[] = "0123456789ABCDEF";
-    std::string hex = "#";
-    for (std::uint8_t channel : colour) {
-        hex += kDigits[channel >> 4];
-        hex += kDigits[channel & 15];
-    }
-    return hex;
-}
-
 SwatchContent ContentOf(const Swatch& swatch, bool isKey) {
     SwatchContent content;
     content.kindLine = swatch.emptyPlace ? "empty place" : swatch.kind;
@@ -49,9 +39,9 @@ SwatchContent ContentOf(const Swatch& swatch, bool isKey) {
         return content;
     }
     const std::string approximately = swatch.preview == Preview::kCmykApproximation ? "≈ " : "";
-    content.detailLines.push_back("sRGB " + approximately + Hex(color::SrgbBytes(*swatch.srgb)));
+    content.detailLines.push_back("sRGB " + approximately + color::HexColour(color::SrgbBytes(*swatch.srgb)));
     const Rgb8 chip = color::SrgbBytes(color::TintTowardWhite(*swatch.srgb, float(swatch.tint)));
-    if (swatch.tint != 0.0) content.detailLines.push_back("at its tint " + approximately + Hex(chip));
+    if (swatch.tint != 0.0) content.detailLines.push_back("at its tint " + approximately + color::HexColour(chip));
     content.chip = chip;
     // Rec. 709 luma: marks stay readable on light and dark chips alike.
     content.lightChip = 0.2126 * chip[0] + 0.7152 * chip[1] + 0.0722 * chip[2] > 140;

@@ -23,9 +23,6 @@ struct SwatchContent {
     std::vector<std::string> detailLines;  // tint, values, sRGB
 };
 
-// "#1A2B3C".
-std::string Hex(const Rgb8& colour);
-
 SwatchContent ContentOf(const Swatch& swatch, bool isKey);
 
 // The swatches of a group in pages of the book's page size; one page of

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "SheetContent.h"
+#include "color/ScreenColor.h"
 #include "SwatchSheet.h"
 
 namespace sheet {
@@ -64,7 +65,7 @@ void AppendSwatch(std::string& html, const Swatch& swatch, bool isKey) {
     if (!swatch.emptyPlace) {
         html += "<div class=\"chip" + std::string(content.chip ? "" : " none") + "\" data-swatch=\"" +
                 Escaped(swatch.name) + "\"";
-        if (content.chip) html += " style=\"background-color: " + Hex(*content.chip) + "\"";
+        if (content.chip) html += " style=\"background-color: " + color::HexColour(*content.chip) + "\"";
         html += ">" + Mark(swatch.kind, content.lightChip) + "</div>";
         html += "<span class=\"name\">" + Escaped(swatch.name) + "</span>";
     }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "SheetContent.h"
+#include "color/ScreenColor.h"
 #include "SwatchSheet.h"
 
 namespace sheet {
@@ -143,7 +144,7 @@ void DrawCell(Canvas& canvas, int x, int y, int height, const Swatch& swatch, co
     const int left = x + kPadding;
     int top = y + kPadding;
     if (!swatch.emptyPlace) {
-        const std::string fill = content.chip ? Hex(*content.chip) : "url(#none)";
+        const std::string fill = content.chip ? color::HexColour(*content.chip) : "url(#none)";
         canvas.Raw("<rect class=\"chip\" data-swatch=\"" + Escaped(swatch.name) + "\" x=\"" + std::to_string(left) +
                    "\" y=\"" + std::to_string(top) + "\" width=\"" + std::to_string(kTextWidth) + "\" height=\"" +
                    std::to_string(kChipHeight) + "\" rx=\"4\" fill=\"" + fill +

@@ -36,4 +36,9 @@ TEST(ScreenColorTest, ChannelsBecomeRoundedClampedBytes) {
     EXPECT_THAT(color::SrgbBytes({0.0f, 0.2f, 1.0f}), ElementsAre(0, 51, 255));
 }
 
+TEST(ScreenColorTest, BytesAreWrittenAsUpperCaseHex) {
+    EXPECT_EQ(color::HexColour({0, 0, 0}), "#000000");
+    EXPECT_EQ(color::HexColour({0x1A, 0x2B, 0xFF}), "#1A2BFF");
+}
+
 }  // namespace
