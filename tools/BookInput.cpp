@@ -9,6 +9,8 @@
 #include "LibraryFormat.h"
 #include "PaletteText.h"
 #include "formats/ReaderResult.h"
+#include "formats/exchange/SwatchExchangePrescan.h"
+#include "formats/streams/FileStream.h"
 #include "swatchbook/CompleteBook.h"
 #include "swatchbook/SwatchbookCodes.h"
 
@@ -55,14 +57,14 @@ std::string FileStart(const std::string& path) {
 InputRead ReadPalette(const std::string& path, PaletteLayout layout, CompleteBook& book) {
     std::error_code error;
     const std::uintmax_t size = std::filesystem::file_size(path, error);
-    if (error || size > kMaxPaletteBytes) return {path + ": larger than 64 MiB, too large for a palette", {}};
+    if (error || size > kMaxPaletteBytes) return {path + ": larger than 64 MiB, too large for a palette", {}, {}};
     std::ifstream file(path, std::ios::binary);
     std::string text(std::size_t(size), '\0');
     file.read(text.data(), std::streamsize(text.size()));
     text.resize(std::size_t(file.gcount()));
     const auto parsed = ParsePalette(text, layout);
     if (const auto* failure = std::get_if<PaletteError>(&parsed)) {
-        return {path + ":" + std::to_string(failure->line) + ": " + failure->message, {}};
+        return {path + ":" + std::to_string(failure->line) + ": " + failure->message, {}, {}};
     }
     const Palette& palette = std::get<Palette>(parsed);
     book.BeginFill();
@@ -118,12 +120,23 @@ InputFormat DetectInputFormat(const std::string& path) {
 
 InputRead ReadBookInput(const std::string& path, std::optional<InputFormat> format, CompleteBook& book,
                         std::uint32_t readerFlags) {
-    if (const std::string why = Unreadable(path); !why.empty()) return {path + ": " + why, {}};
+    if (const std::string why = Unreadable(path); !why.empty()) return {path + ": " + why, {}, {}};
     const InputFormat chosen = format.value_or(DetectInputFormat(path));
     if (const auto library = AsLibraryFormat(chosen)) {
         const std::int32_t result = ReadLibraryFile(*library, path, book, readerFlags);
-        if (result != formats::kReadOK) return {path + ": " + ReaderFailure(result), {}};
-        return {};
+        if (result != formats::kReadOK) return {path + ": " + ReaderFailure(result), {}, {}};
+        InputRead read;
+        if (*library == LibraryFormat::kSwatchExchange) {
+            formats::FileStream stream(path.c_str(), true);
+            std::int32_t unsupported = 0;
+            formats::CountUnsupportedSwatchExchangeEntries(stream, unsupported);
+            if (unsupported > 0) {
+                read.notes.push_back(path + ": left out " + std::to_string(unsupported) +
+                                     (unsupported == 1 ? " block" : " blocks") +
+                                     " of a kind the swatch exchange reader does not import");
+            }
+        }
+        return read;
     }
     return ReadPalette(path, chosen == InputFormat::kHeadedPalette ? PaletteLayout::kHeaded : PaletteLayout::kColorList,
                        book);

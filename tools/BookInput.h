@@ -31,6 +31,9 @@ struct InputRead {
     std::string error;
     // For a palette, the line of each swatch in book order; else empty.
     std::vector<std::size_t> lines;
+    // What the read left out without failing: the blocks of a swatch
+    // exchange file its reader does not import.
+    std::vector<std::string> notes;
 };
 
 // Reads `path` into `book` (after BeginFill). Library files go through their

@@ -98,6 +98,7 @@ int RunConvert(const ConvertOptions& options, std::ostream& out, std::ostream& e
     for (const std::string& input : options.inputs) {
         CompleteBook& book = books.emplace_back();
         InputRead read = ReadBookInput(input, InputFormatFromName(options.format), book, 0);
+        for (const std::string& note : read.notes) err << "tintora convert: note: " << note << "\n";
         if (!read.error.empty()) {
             err << "tintora convert: " << read.error << "\n";
             failed = true;

@@ -57,8 +57,13 @@ CLI::App* AddSheetCommand(CLI::App& app, SheetOptions& options) {
 }
 
 int RunSheet(const SheetOptions& options, std::ostream& out, std::ostream& err) {
+    if (const std::string problem = sheet::SheetNameProblem(options.output); !problem.empty()) {
+        err << "tintora sheet: " << problem << "\n";
+        return kFailed;
+    }
     CompleteBook book;
     const InputRead read = ReadBookInput(options.input, InputFormatFromName(options.format), book, kKeepEmptyPlaces);
+    for (const std::string& note : read.notes) err << "tintora sheet: note: " << note << "\n";
     if (!read.error.empty()) {
         err << "tintora sheet: " << read.error << "\n";
         return kFailed;

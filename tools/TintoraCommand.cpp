@@ -123,7 +123,9 @@ void Prescan(const std::string& file, bool json, std::ostream& out) {
 }  // namespace
 
 int RunTintora(int argc, const char* const* argv, std::ostream& out, std::ostream& err) {
-    CLI::App app("Runs the library-file readers of Tintora on plain files.", "tintora");
+    CLI::App app("Runs the library-file readers of Tintora on plain files, converts library files and palettes "
+                 "into a swatch exchange file, and draws swatch sheets.",
+                 "tintora");
     app.require_subcommand(1);
 
     ReaderOptions traceOptions;

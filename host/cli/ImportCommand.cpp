@@ -107,6 +107,12 @@ std::filesystem::path DefaultModule() {
 }
 
 int Import(const ImportOptions& options) {
+    if (!options.sheet.empty()) {
+        if (const std::string problem = sheet::SheetNameProblem(options.sheet); !problem.empty()) {
+            std::cerr << "kelvra-host import: " << problem << "\n";
+            return 1;
+        }
+    }
     const ImportReport report = RunImport(options);
     if (options.json) {
         std::cout << ImportJson(report).dump(2) << "\n";

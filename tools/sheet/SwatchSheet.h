@@ -58,9 +58,13 @@ std::string SheetHtml(const Sheet& sheet);
 // One SVG image of fixed layout, its texts wrapped to their cells.
 std::string SheetSvg(const Sheet& sheet);
 
-// Writes the sheet as SVG when `path` ends in ".svg", as HTML when it ends in
-// ".html" or ".htm" (any case); through ReplaceFile, so a failure leaves the
-// file as it was. Empty on success, else why not.
+// Why `path` cannot name a sheet; empty when it ends in ".svg", ".html" or
+// ".htm" (any case).
+std::string SheetNameProblem(const std::string& path);
+
+// Writes the sheet as SVG or HTML by the path's extension, through
+// ReplaceFile, so a failure leaves the file as it was. Empty on success,
+// else why not.
 std::string WriteSheet(const Sheet& sheet, const std::string& path);
 
 }  // namespace sheet

@@ -7,13 +7,26 @@
 
 namespace sheet {
 
-std::string WriteSheet(const Sheet& sheet, const std::string& path) {
+namespace {
+
+std::string LowerExtension(const std::string& path) {
     std::string extension = std::filesystem::path(path).extension().string();
     std::transform(extension.begin(), extension.end(), extension.begin(),
                    [](unsigned char c) { return char(std::tolower(c)); });
-    if (extension == ".svg") return ReplaceFile(path, SheetSvg(sheet));
-    if (extension == ".html" || extension == ".htm") return ReplaceFile(path, SheetHtml(sheet));
+    return extension;
+}
+
+}  // namespace
+
+std::string SheetNameProblem(const std::string& path) {
+    const std::string extension = LowerExtension(path);
+    if (extension == ".svg" || extension == ".html" || extension == ".htm") return {};
     return path + ": a sheet's name must end in .html or .svg";
+}
+
+std::string WriteSheet(const Sheet& sheet, const std::string& path) {
+    if (std::string problem = SheetNameProblem(path); !problem.empty()) return problem;
+    return ReplaceFile(path, LowerExtension(path) == ".svg" ? SheetSvg(sheet) : SheetHtml(sheet));
 }
 
 }  // namespace sheet

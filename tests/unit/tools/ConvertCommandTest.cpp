@@ -163,6 +163,14 @@ TEST_F(ConvertCommandTest, LongAndRepeatedNamesAreReportedByNameAndRefused) {
     EXPECT_EQ(book.GetSwatchName(2, false), u"Red 2");
 }
 
+TEST_F(ConvertCommandTest, BlocksTheExchangeReaderLeavesOutAreNoted) {
+    const std::string in = kSamples + "/studio.ose";
+    const auto run = RunTool({"convert", in, "-o", Path("studio.ose")});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.err, "tintora convert: note: " + in +
+                           ": left out 1 block of a kind the swatch exchange reader does not import\n");
+}
+
 // Each sample library converted and read back: the same groups, and per
 // swatch the full name, kind, tint and values, to single precision.
 TEST_F(ConvertCommandTest, EverySampleLibraryKeepsItsSwatchesThroughTheExchangeFormat) {

@@ -111,4 +111,22 @@ TEST(PaletteTextTest, TellsAHeadedPaletteByItsFirstLine) {
     EXPECT_FALSE(tool::StartsAsHeadedPalette(""));
 }
 
+// Whatever byte stands wherever in a palette, the answer is a palette or an
+// error, never a crash or a read outside the text (the sanitizers watch).
+TEST(PaletteTextTest, AnyByteAnywhereGivesAPaletteOrAnError) {
+    const std::string good = "GIMP Palette\nName: N\n# c\n1 2 3 A b\n#0a0B0c x\n";
+    for (PaletteLayout layout : {PaletteLayout::kHeaded, PaletteLayout::kColorList}) {
+        for (std::size_t at = 0; at <= good.size(); ++at) {
+            for (int byte = 0; byte < 256; ++byte) {
+                std::string text = good;
+                text.insert(at, 1, char(byte));
+                const auto parsed = tool::ParsePalette(text, layout);
+                EXPECT_TRUE(std::holds_alternative<tool::Palette>(parsed) ||
+                            std::get<tool::PaletteError>(parsed).line >= 1);
+                tool::ParsePalette(text.substr(0, at), layout);  // cut anywhere
+            }
+        }
+    }
+}
+
 }  // namespace
