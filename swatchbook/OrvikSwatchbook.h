@@ -5,7 +5,8 @@
 // The order of the virtual operations is part of the interface; keep it.
 // Indices are 0-based; an operation that fails returns false, 0, -1 or an
 // empty string as stated and changes nothing. No operation of the model
-// throws; a book over a host document throws kv::Error when a host call fails.
+// throws; a book over a host document throws kv::Error when a host call fails,
+// and the tools' complete book std::bad_alloc when memory runs out.
 #pragma once
 
 #include <cstdint>
