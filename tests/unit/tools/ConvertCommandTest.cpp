@@ -135,11 +135,13 @@ INSTANTIATE_TEST_SUITE_P(
     [](const testing::TestParamInfo<BadInput>& info) { return std::string(info.param.name); });
 
 TEST_F(ConvertCommandTest, ADirectoryIsRefusedByName) {
-    const std::string out = Write("out.ose", kKept);
-    const auto run = RunTool({"convert", folder_.Path().string(), "-o", out});
-    EXPECT_EQ(run.status, 1);
-    EXPECT_EQ(run.err, "tintora convert: " + folder_.Path().string() + ": is a directory, not a file\n");
-    EXPECT_EQ(FileText(out), kKept);
+    for (const std::string command : {"convert", "sheet"}) {
+        const std::string out = Write(command == "sheet" ? "out.svg" : "out.ose", kKept);
+        const auto run = RunTool({command, folder_.Path().string(), "-o", out});
+        EXPECT_EQ(run.status, 1);
+        EXPECT_EQ(run.err, "tintora " + command + ": " + folder_.Path().string() + ": is a directory, not a file\n");
+        EXPECT_EQ(FileText(out), kKept);
+    }
 }
 
 TEST_F(ConvertCommandTest, LongAndRepeatedNamesAreReportedByNameAndRefused) {
