@@ -60,6 +60,7 @@ FileImport ImportFile(Host& host, const std::filesystem::path& file, Document* p
 
 ImportReport RunImport(const ImportOptions& options) {
     Host host;
+    ApplyHostSetup(Resolved(options.setup), host);
     AnswerQuestions(host, options);
     ImportReport report;
     report.module = options.module;
