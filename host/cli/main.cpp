@@ -8,7 +8,8 @@
 
 int main(int argc, char** argv) {
     CLI::App app{"kelvra-host: the emulated Kelvra host. Loads a module file as the host would, "
-                 "runs it, validates it and imports files through it."};
+                 "runs it, validates it and imports files through it; keeps the host's library folders and "
+                 "remembered library files."};
     app.require_subcommand(1);
     app.footer("Every command exits with status 2 when an option or argument is wrong, after saying why.");
 

@@ -13,6 +13,7 @@
 #include "ModuleImport.h"
 #include "ZPBasicControl.h"
 #include "tests/support/ColorBookBuilder.h"
+#include "tests/support/SampleDocuments.h"
 #include "tests/support/SwatchExchangeBuilder.h"
 
 namespace {
@@ -22,34 +23,6 @@ using nlohmann::json;
 constexpr ZPErr kFault = ZP_FOURCC('F', 'A', 'L', 'T');
 constexpr ZPErr kCantHappen = ZP_FOURCC('C', 'A', 'N', 'T');
 constexpr std::uint64_t kAttempts = 400;
-
-// The shared sample exchange file as the module imports it: a group
-// "Brand" of custom colours and a process colour; Lab 50 -20 30 (D50) is
-// sRGB 0.38057253 0.50133234 0.25614503, worked out by hand.
-const char* const kSampleExchange = R"({"name": "sample.ose",
-  "groups": [
-    {"name": "", "swatches": []},
-    {"name": "Brand", "swatches": [
-      {"name": "Signal Red", "kind": "custom", "customColor": "Signal Red", "tint": 0.5},
-      {"name": "Ink", "kind": "cmyk", "values": [0.1, 0.2, 0.3, 0.4]},
-      {"name": "Leaf", "kind": "custom", "customColor": "Leaf", "tint": 0},
-      {"name": "Shadow", "kind": "custom", "customColor": "Shadow", "tint": 0}]}],
-  "customColors": [
-    {"name": "Signal Red", "kind": "rgb", "values": [1, 0.25, 0], "flags": 1, "bookId": 0},
-    {"name": "Leaf", "kind": "rgb", "values": [0.38057253, 0.50133234, 0.25614503], "flags": 0, "bookId": 0},
-    {"name": "Shadow", "kind": "cmyk", "values": [0, 0, 0, 0.25], "flags": 0, "bookId": 0}]})";
-
-// The shared sample colour book: three spot colours of book 3002;
-// components 160 and 64 of 255 are 0.627451 and 0.2509804, 90 is 0.3529412.
-const char* const kSampleBook = R"({"name": "sample.ocb",
-  "groups": [{"name": "", "swatches": [
-    {"name": "P Red 032 C", "kind": "custom", "customColor": "P Red 032 C", "tint": 0},
-    {"name": "P Gr\u00fcn C", "kind": "custom", "customColor": "P Gr\u00fcn C", "tint": 0},
-    {"name": "P Sky C", "kind": "custom", "customColor": "P Sky C", "tint": 0}]}],
-  "customColors": [
-    {"name": "P Red 032 C", "kind": "rgb", "values": [1, 0, 0], "flags": 1, "bookId": 3002},
-    {"name": "P Gr\u00fcn C", "kind": "rgb", "values": [0, 0.627451, 0.2509804], "flags": 1, "bookId": 3002},
-    {"name": "P Sky C", "kind": "rgb", "values": [0.3529412, 0.627451, 1], "flags": 1, "bookId": 3002}]})";
 
 class LibraryDocumentTest : public import_testing::ModuleImportTest {
 protected:
@@ -103,7 +76,7 @@ TEST_F(LibraryDocumentTest, ASwatchExchangeFileOpensAsAHiddenDocumentOfItsOwn) {
     EXPECT_EQ(result, kZPNoErr);
     ASSERT_NE(library, nullptr);
     EXPECT_TRUE(host_.Documents().IsHidden(*library));
-    EXPECT_EQ(kelvra::ToJson(*library), json::parse(kSampleExchange));
+    EXPECT_EQ(kelvra::ToJson(*library), json::parse(testsupport::kSampleSwatchExchangeDocument));
     EXPECT_EQ(mine.SwatchCount(), 0u);
     EXPECT_TRUE(mine.CustomColors().empty());
     EXPECT_EQ(host_.Documents().Current(), &mine);
@@ -117,7 +90,7 @@ TEST_F(LibraryDocumentTest, AColourBookOpensAsAHiddenDocumentOfSpotColours) {
     EXPECT_EQ(result, kZPNoErr);
     ASSERT_NE(library, nullptr);
     EXPECT_TRUE(host_.Documents().IsHidden(*library));
-    EXPECT_EQ(kelvra::ToJson(*library), json::parse(kSampleBook));
+    EXPECT_EQ(kelvra::ToJson(*library), json::parse(testsupport::kSampleColorBookDocument));
     EXPECT_EQ(host_.Documents().Current(), nullptr);
 }
 
@@ -128,7 +101,7 @@ TEST_F(LibraryDocumentTest, OpeningTheSameFileTwiceGivesTwoDocuments) {
     ASSERT_NE(first, nullptr);
     ASSERT_NE(second, nullptr);
     EXPECT_NE(first, second);
-    EXPECT_EQ(kelvra::ToJson(*second), json::parse(kSampleBook));
+    EXPECT_EQ(kelvra::ToJson(*second), json::parse(testsupport::kSampleColorBookDocument));
 }
 
 TEST_F(LibraryDocumentTest, AReadErrorIsShownAndAnswersTheModulesCodeWithoutADocument) {
@@ -183,7 +156,7 @@ protected:
 // again, and the module loses no block. What a Go that answered 0 read is
 // the module's affair: nothing when the file could not be examined, else
 // every swatch (a failed group name does not stop the reader).
-TEST_P(LibraryDocumentFaultTest, EveryRunGivesTheWholeLibraryOrNoDocument) {
+TEST_P(LibraryDocumentFaultTest, EveryRunGivesADocumentOrACodeAndLosesNoBlock) {
     const std::string file = Exchange();
     kelvra::Document& mine = host_.Documents().New("mine");
     const std::size_t blocksWhileStarted = host_.LiveBlocks().basic;
