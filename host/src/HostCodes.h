@@ -19,5 +19,11 @@ inline constexpr ZPErr kPreferencesFileErr = ZP_FOURCC('P', 'R', 'E', 'F');
 inline constexpr ZPErr kPreferenceTypeErr = ZP_FOURCC('T', 'Y', 'P', '?');
 // An integer preference lies outside 32 bits.
 inline constexpr ZPErr kPreferenceRangeErr = ZP_FOURCC('R', 'N', 'G', '?');
+// A library file to open as a document does not exist.
+inline constexpr ZPErr kFileNotFoundErr = ZP_FOURCC('F', 'N', 'F', '?');
+// No registered file format accepted a library file.
+inline constexpr ZPErr kNoFormatErr = ZP_FOURCC('F', 'M', 'T', '?');
+// A library file of the host's own kind (".kv") is not a document.
+inline constexpr ZPErr kNotADocumentErr = ZP_FOURCC('K', 'V', 'D', '?');
 
 }  // namespace kelvra

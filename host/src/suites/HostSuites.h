@@ -39,8 +39,8 @@ const void* KVSwatchGroupSuiteTable();
 const void* KVCustomColorSuiteTable();
 const void* KVFoldersSuiteTable();
 const void* KVPreferenceSuiteTable();
-// Not yet implemented: every slot answers kNotYetAvailableErr.
 const void* KVPathStyleSuiteTable();
+// Not yet implemented: every slot answers kNotYetAvailableErr.
 const void* KVSwatchLibrariesSuiteTable();
 // The suites a module only holds (KVHeldSuites.h) share one table.
 const void* HeldSuiteTable();
