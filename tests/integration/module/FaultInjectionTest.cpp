@@ -8,10 +8,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "HostChecks.h"
 #include "ModuleTesting.h"
 
 namespace {
 
+using import_testing::RefusedInRun;
+using import_testing::SuitesAndBlocks;
 using module_testing::kProbe;
 using module_testing::kTintora;
 using module_testing::SendProbe;
@@ -24,51 +27,7 @@ constexpr ZPErr kFault = ZP_FOURCC('F', 'A', 'L', 'T');
 // Far more attempts than any of these operations makes calls.
 constexpr std::uint64_t kAttempts = 200;
 
-// Suites held and host blocks live. A host string is not among them: when
-// the host refuses to dispose of one, it is the host's to keep.
-std::vector<std::string> SuitesAndBlocks(kelvra::Host& host) {
-    std::vector<std::string> held;
-    for (const kelvra::SuiteCount& suite : host.SuiteCounts()) {
-        if (suite.Held() != 0 || suite.extraReleases != 0) held.push_back(suite.name);
-    }
-    const kelvra::BlockCounts blocks = host.LiveBlocks();
-    if (blocks.basic != 0) held.push_back(std::to_string(blocks.basic) + " ZPBasic blocks");
-    if (blocks.blocks != 0) held.push_back(std::to_string(blocks.blocks) + " ZP Blocks blocks");
-    if (blocks.badFrees != 0) held.push_back(std::to_string(blocks.badFrees) + " bad frees");
-    return held;
-}
-
 kelvra::CallFault EveryCall(std::uint64_t nth, bool fromThenOn) { return {"", "", nth, fromThenOn, kFault}; }
-
-bool Failed(kelvra::Host& host, const char* suite, const char* function) {
-    const auto& failed = host.Faults().FailedCalls();
-    return std::find(failed.begin(), failed.end(), std::pair<std::string, std::string>(suite, function)) !=
-           failed.end();
-}
-
-// What the host refused to take back in a run stays the host's.
-struct Refused {
-    bool release = false;   // a suite
-    bool freeing = false;   // a "ZP Blocks Suite" block
-};
-
-Refused RefusedInRun(kelvra::Host& host) {
-    return {Failed(host, kelvra::kBasicSuiteName, "ReleaseSuite"), Failed(host, "ZP Blocks Suite", "FreeBlock")};
-}
-
-// What a failed run may not leave behind: suites held (when every release
-// was accepted) and host blocks (when every block was taken back).
-std::vector<std::string> Leftovers(kelvra::Host& host, Refused refused) {
-    std::vector<std::string> left = SuitesAndBlocks(host);
-    std::erase_if(left, [&](const std::string& item) {
-        if (refused.freeing && item.ends_with(" ZP Blocks blocks")) return true;
-        if (!refused.release) return false;
-        for (const kelvra::SuiteCount& suite : host.SuiteCounts())
-            if (suite.name == item) return true;
-        return false;
-    });
-    return left;
-}
 
 // What start-up or reload answers when a host call fails: the host's code,
 // except that a suite the host did not hand out may also be reported as not
@@ -113,7 +72,7 @@ TEST_P(FaultInjectionTest, StartupWithASuiteCallFailing) {
         host.Faults().FailCall(EveryCall(nth, FromThenOn()));
         const ZPErr result = module.Startup();
         const testing::Matcher<ZPErr> expected = AnswerToFailed(host);
-        const Refused refused = RefusedInRun(host);
+        const import_testing::Refused refused = RefusedInRun(host);
         host.Faults().Clear();
         if (result == kZPNoErr) {
             EXPECT_EQ(module.Shutdown(), kZPNoErr);
@@ -122,7 +81,7 @@ TEST_P(FaultInjectionTest, StartupWithASuiteCallFailing) {
         }
         EXPECT_THAT(result, expected) << nth;
         EXPECT_EQ(module.Globals(), nullptr) << nth;
-        EXPECT_THAT(Leftovers(host, refused), IsEmpty()) << nth;
+        EXPECT_THAT(import_testing::SuitesAndBlocksBeyond(host, refused), IsEmpty()) << nth;
     }
     ASSERT_GT(nth, 1u);
     ASSERT_LE(nth, kAttempts);
@@ -158,7 +117,7 @@ TEST_P(FaultInjectionTest, ReloadWithASuiteCallFailing) {
         host.Faults().FailCall(EveryCall(nth, FromThenOn()));
         const ZPErr result = module.Reload();
         const testing::Matcher<ZPErr> expected = AnswerToFailed(host);
-        const Refused refused = RefusedInRun(host);
+        const import_testing::Refused refused = RefusedInRun(host);
         host.Faults().Clear();
         if (result == kZPNoErr) {
             EXPECT_EQ(module.Purge(), kZPNoErr);
@@ -168,7 +127,7 @@ TEST_P(FaultInjectionTest, ReloadWithASuiteCallFailing) {
         }
         EXPECT_THAT(result, expected) << nth;
         EXPECT_EQ(module.Shutdown(), kZPNoErr) << nth;
-        EXPECT_THAT(Leftovers(host, refused), IsEmpty()) << nth;
+        EXPECT_THAT(import_testing::SuitesAndBlocksBeyond(host, refused), IsEmpty()) << nth;
     }
     ASSERT_LE(nth, kAttempts);
 }
