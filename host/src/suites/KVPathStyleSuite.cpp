@@ -84,8 +84,13 @@ ZPErr OpenLibraryDocument(HostState& host, KVFilePathRef path, KVDocumentHandle*
     *document = nullptr;
     // A copy: the module may dispose of the path while it is entered again.
     const std::string file = found->path;
+    // A library without a file (a plug-in's own) opens as a new empty one.
+    if (file.empty()) {
+        *document = host.documents.AddHidden(std::make_unique<Document>("Untitled library")).Handle();
+        return kZPNoErr;
+    }
     std::error_code error;
-    if (file.empty() || !std::filesystem::exists(file, error)) return kFileNotFoundErr;
+    if (!std::filesystem::exists(file, error)) return kFileNotFoundErr;
     return Extension(file) == "kv" ? ReadOwnDocument(host, file, document) : ReadThroughFormats(host, file, document);
 }
 

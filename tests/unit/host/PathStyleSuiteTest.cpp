@@ -126,11 +126,25 @@ TEST_F(PathStyleSuiteTest, AKvFileThatIsNoDocumentAnswersKvdAndNoDocument) {
     EXPECT_EQ(DocumentCount(), 0u);
 }
 
+TEST_F(PathStyleSuiteTest, AnEmptyPathOpensANewEmptyLibraryDocument) {
+    const std::size_t messages = host.Messages().size();
+    const auto [result, library] = Open(std::string());
+    EXPECT_EQ(result, kZPNoErr);
+    ASSERT_NE(library, nullptr);
+    EXPECT_TRUE(host.Documents().IsHidden(*library));
+    EXPECT_EQ(library->Name(), "Untitled library");
+    EXPECT_EQ(library->SwatchCount(), 0u);
+    EXPECT_EQ(host.Messages().size(), messages);
+    const auto [again, other] = Open(std::string());
+    EXPECT_EQ(again, kZPNoErr);
+    EXPECT_NE(other, library);
+}
+
 TEST_F(PathStyleSuiteTest, AMissingFileAnswersFnfAndNoFormatIsAsked) {
     const std::size_t messages = host.Messages().size();
     std::filesystem::create_symlink("gone.tsw", folder.Path() / "dangling.tsw");
     for (const std::string& file : {(folder.Path() / "gone.tsw").string(), (folder.Path() / "dangling.tsw").string(),
-                                    (folder.Path() / "gone.kv").string(), std::string()}) {
+                                    (folder.Path() / "gone.kv").string()}) {
         EXPECT_EQ(Open(file), std::make_pair(ZP_FOURCC('F', 'N', 'F', '?'), static_cast<kelvra::Document*>(nullptr)))
             << file;
     }
