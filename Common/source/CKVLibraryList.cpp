@@ -414,17 +414,34 @@ std::int32_t CKVLibraryList::CountListedLibraries(bool includeFolders) {
     return std::int32_t(listing.files.size()) + (includeFolders ? listing.folders : 0);
 }
 
+namespace {
+
+// Empties a container and gives its memory back: a reload rebuilds the list
+// in place, so storage kept after clearing would be out of reach.
+template <class Container>
+void Release(Container& container) {
+    Container().swap(container);
+}
+
+}  // namespace
+
 void CKVLibraryList::ClearLibraries() {
     for (std::unique_ptr<CKVLibrary>* root : {&applicationRoot_, &userRoot_, &persistentRoot_}) {
         // The pointer is cleared before its library goes.
         delete root->release();
     }
     ++treeVersion_;
-    applicationFolders_.clear();
-    userFolders_.clear();
-    canonicalFoldersKnown_[0] = canonicalFoldersKnown_[1] = false;
+    Release(applicationFolders_);
+    Release(userFolders_);
     // They pointed into the persistent root.
-    persistentLibraries_.clear();
+    Release(persistentLibraries_);
+    Release(listing_.files);
+    for (PathIndex& index : pathIndexes_) Release(index.libraries);
+    for (std::int32_t kind = 0; kind < 2; ++kind) {
+        Release(canonicalFolders_[kind]);
+        canonicalFoldersKnown_[kind] = false;
+    }
+    Release(scanning_);
 }
 
-void CKVLibraryList::ClearPersistentPaths() { persistentPaths_.clear(); }
+void CKVLibraryList::ClearPersistentPaths() { Release(persistentPaths_); }

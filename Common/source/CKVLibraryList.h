@@ -80,8 +80,10 @@ public:
     // time moved since the last refresh are scanned again, the others only
     // looked into for subfolders that moved.
     void RefreshAll();
-    // Deletes the three roots with every library, and forgets the folders.
+    // Deletes the three roots with every library, and forgets the folders;
+    // keeps no memory.
     void ClearLibraries();
+    // Keeps no memory either.
     void ClearPersistentPaths();
     // Reads the remembered paths that exist, up to the first entry that
     // cannot be read: 0 then, the host's code when the count cannot be read,
