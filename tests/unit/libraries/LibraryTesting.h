@@ -53,6 +53,9 @@ protected:
     void TearDown() override;
 
     testsupport::FileTree tree_;
+    // Strings and paths the host kept because it refused to dispose of them
+    // when a test told it to.
+    kelvra::ObjectCounts keptByHost_;
 };
 
 // A host path for a path of the tree.
