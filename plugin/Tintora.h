@@ -61,11 +61,13 @@ public:
     // Null before start-up made it and when there was no memory for it.
     SwatchesCore* OwnLibrary() const noexcept { return ownLibrary_.get(); }
 
-private:
-    // The list's factory: a SwatchesCore per file and folder, numbered from
-    // 30000 (a number is used up also when there is no memory for the
-    // library); none for the host folder that must not be listed.
+    // The list's factory, for the started object: a SwatchesCore per file
+    // and folder, numbered from 30000 (a number is used up also when there
+    // is no memory for the library); none for the host folder of type 72,
+    // which must not be listed. A host failure throws kv::Error.
     static void MakeLibrary(CKVLibrary*& library, KVFilePathRef path, bool isFolder);
+
+private:
     // The formats, the libraries and the own library, given back.
     void ReleaseLibrariesAndFormats() noexcept;
     // Frees a table the host never received; once published the host keeps it.

@@ -57,11 +57,12 @@ typedef enum KVReferenceColorModel {
 } KVReferenceColorModel;
 
 /* The colour of a swatch of a reference book. A gray swatch answers CMYK
- * with black 1 - gray. */
+ * with black 1 - gray. RGB and Lab write three values: values[3] stays as
+ * the caller left it. */
 typedef struct KVReferenceColor {
-    int32_t model;     /* KVReferenceColorModel */
-    double values[4];  /* unused channels are 0 */
-    int16_t spot;      /* 1 for a spot colour, else 0 */
+    int32_t model;  /* KVReferenceColorModel */
+    double values[4];
+    int16_t spot;   /* 1 for a spot colour, else 0 */
 } KVReferenceColor;
 
 typedef struct KVTintoraSuite {
