@@ -3,12 +3,12 @@
 #include <charconv>
 #include <cstring>
 
-#include "Utf8Text.h"
 #include "color/ColorConversion.h"
 #include "color/ScreenColor.h"
 #include "swatchbook/ColorValueConversion.h"
 #include "swatchbook/CompleteBook.h"
 #include "swatchbook/SwatchbookCodes.h"
+#include "text/Utf8.h"
 
 namespace tool {
 namespace {
@@ -104,21 +104,21 @@ std::string KindName(std::int32_t kind) {
 
 sheet::Book BookSheet(const CompleteBook& book, const std::string& untitled) {
     sheet::Book shown;
-    shown.title = book.GetTitle().empty() ? untitled : Utf8(book.GetTitle());
-    shown.copyright = Utf8(book.GetCopyright());
+    shown.title = book.GetTitle().empty() ? untitled : kv::Utf16ToUtf8(book.GetTitle());
+    shown.copyright = kv::Utf16ToUtf8(book.GetCopyright());
     if (book.GetBookID() != 0) shown.bookId = book.GetBookID();
     shown.pageSize = book.GetPageSize();
     shown.pageKeyOffset = book.GetPageKeyOffset();
     for (const CompleteBook::Group& group : book.Groups()) {
         sheet::Group& into = shown.groups.emplace_back();
-        into.name = Utf8(group.name);
+        into.name = kv::Utf16ToUtf8(group.name);
         for (const CompleteBook::Swatch& swatch : group.swatches) {
             sheet::Swatch& s = into.swatches.emplace_back();
             if (swatch.kind == kEmptyPlaceKind) {
                 s.emptyPlace = true;
                 continue;
             }
-            s.name = Utf8(book.GetPrefix() + swatch.name + book.GetPostfix());
+            s.name = kv::Utf16ToUtf8(book.GetPrefix() + swatch.name + book.GetPostfix());
             s.kind = KindName(swatch.kind);
             s.tint = swatch.tint;
             for (const CompleteBook::Values& values : swatch.values) s.values.push_back(ValuesLine(book, values));

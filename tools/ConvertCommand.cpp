@@ -10,9 +10,9 @@
 #include "ReplaceFile.h"
 #include "formats/exchange/SwatchExchangeWriter.h"
 #include "formats/streams/OrvikSwatchbookStream.h"
-#include "formats/xml/Utf8ToUtf16.h"
 #include "swatchbook/CompleteBook.h"
 #include "swatchbook/SwatchbookCodes.h"
+#include "text/Utf8.h"
 
 namespace tool {
 namespace {
@@ -111,7 +111,7 @@ int RunConvert(const ConvertOptions& options, std::ostream& out, std::ostream& e
     ConvertRules rules;
     if (!options.kind.empty()) rules.kind = KindCode(options.kind);
     rules.groupPerFile = options.groupPerFile;
-    if (!options.name.empty()) rules.groupName = formats::xml::Utf8ToUtf16(options.name);
+    if (!options.name.empty()) rules.groupName = kv::Utf8ToUtf16(options.name);
     rules.cutNames = options.cutNames;
     rules.renameDuplicates = options.renameDuplicates;
     CompleteBook converted;

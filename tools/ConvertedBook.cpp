@@ -6,10 +6,9 @@
 #include <map>
 #include <set>
 
-#include "Utf8Text.h"
-#include "formats/xml/Utf8ToUtf16.h"
 #include "swatchbook/CompleteBook.h"
 #include "swatchbook/SwatchbookCodes.h"
+#include "text/Utf8.h"
 
 namespace tool {
 namespace {
@@ -27,7 +26,7 @@ struct Placed {
     std::size_t source;  // which source's format map applies
 };
 
-std::string Quoted(const std::u16string& name) { return "\"" + Utf8(name) + "\""; }
+std::string Quoted(const std::u16string& name) { return "\"" + kv::Utf16ToUtf8(name) + "\""; }
 
 std::u16string FirstUnits(const std::u16string& text, std::size_t units) {
     if (text.size() <= units) return text;
@@ -74,7 +73,7 @@ std::vector<std::int32_t> CopyFormats(const CompleteBook& from, CompleteBook& ou
 
 std::u16string FileGroupName(const ConvertSource& source) {
     if (!source.book.GetTitle().empty()) return source.book.GetTitle();
-    return formats::xml::Utf8ToUtf16(std::filesystem::path(source.path).stem().string());
+    return kv::Utf8ToUtf16(std::filesystem::path(source.path).stem().string());
 }
 
 class Conversion {

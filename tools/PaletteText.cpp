@@ -4,7 +4,7 @@
 #include <optional>
 
 #include "color/ScreenColor.h"
-#include "formats/xml/Utf8ToUtf16.h"
+#include "text/Utf8.h"
 
 namespace tool {
 namespace {
@@ -93,7 +93,7 @@ std::variant<PaletteColor, Failure> NumbersLine(std::string_view line) {
         }
         color.rgb[channel] = std::uint8_t(value);
     }
-    color.name = formats::xml::Utf8ToUtf16(Trim(rest));
+    color.name = kv::Utf8ToUtf16(Trim(rest));
     return color;
 }
 
@@ -116,7 +116,7 @@ std::optional<std::variant<PaletteColor, Failure>> HexLine(std::string_view line
         std::from_chars(digits.data() + channel * width, digits.data() + (channel + 1) * width, value, 16);
         color.rgb[channel] = std::uint8_t(width == 1 ? value * 17 : value);
     }
-    color.name = formats::xml::Utf8ToUtf16(Trim(rest));
+    color.name = kv::Utf8ToUtf16(Trim(rest));
     return color;
 }
 
@@ -130,7 +130,7 @@ std::optional<std::variant<PaletteColor, Failure>> ListLine(std::string_view lin
 // A header line of a headed palette; false when the line is not one.
 bool HeaderLine(std::string_view line, Palette& palette, std::optional<Failure>& failure) {
     if (StartsWith(line, "Name:")) {
-        palette.name = formats::xml::Utf8ToUtf16(Trim(line.substr(5)));
+        palette.name = kv::Utf8ToUtf16(Trim(line.substr(5)));
         return true;
     }
     if (StartsWith(line, "Columns:")) {
@@ -181,7 +181,7 @@ std::variant<Palette, PaletteError> ParsePalette(std::string_view text, PaletteL
         if (const auto* failure = std::get_if<Failure>(&*parsed)) return PaletteError{number, failure->message};
         PaletteColor color = std::get<PaletteColor>(*parsed);
         color.line = number;
-        if (color.name.empty()) color.name = formats::xml::Utf8ToUtf16(color::HexColour(color.rgb));
+        if (color.name.empty()) color.name = kv::Utf8ToUtf16(color::HexColour(color.rgb));
         palette.colors.push_back(std::move(color));
     }
     if (layout == PaletteLayout::kHeaded && number == 0) return PaletteError{1, "the file is empty"};

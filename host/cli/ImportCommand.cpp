@@ -40,7 +40,7 @@ std::vector<Event> EventsSince(Host& host, std::size_t& from) {
 
 // Offers the file to every format, then has the first that accepted read
 // it: into `placeInto`, or else into a new document named after the file.
-FileImport ImportFile(Host& host, Module& module, const std::filesystem::path& file, Document* placeInto) {
+FileImport ImportFile(Host& host, const std::filesystem::path& file, Document* placeInto) {
     FileImport result;
     result.file = file;
     result.placed = placeInto != nullptr;
@@ -49,30 +49,19 @@ FileImport ImportFile(Host& host, Module& module, const std::filesystem::path& f
         result.missing = true;
         return result;
     }
-    FileFormatRequest request;
-    request.option = placeInto != nullptr ? kKVFileFormatImportOption : kKVFileFormatReadOption;
-    request.file = file;
-    request.document = placeInto != nullptr ? placeInto->Handle() : nullptr;
-    const FileFormatRecord* accepted = nullptr;
-    const std::vector<FileFormatRecord> formats = host.FileFormats();
-    for (const FileFormatRecord& format : formats) {
-        request.format = format.handle;
-        const ZPErr answer = module.CheckFileFormat(request);
-        result.checks.push_back({format.name, answer});
-        if (answer == kZPNoErr && accepted == nullptr) accepted = &format;
-    }
-    if (accepted == nullptr) return result;
-    Document& target = placeInto != nullptr ? *placeInto : host.Documents().New(file.filename().string());
-    host.Documents().MakeCurrent(target);
-    request.format = accepted->handle;
-    request.document = target.Handle();
-    result.go = FormatMessage{accepted->name, module.GoFileFormat(request)};
-    result.document = target.Name();
+    FormatTarget target;
+    target.placeInto = placeInto;
+    target.newDocument = [&]() -> Document& { return host.Documents().New(file.filename().string()); };
+    FormatOpening opening = host.OpenWithFormats(file, target);
+    result.checks = std::move(opening.checks);
+    result.go = std::move(opening.go);
+    if (opening.document != nullptr) result.document = opening.document->Name();
     return result;
 }
 
 ImportReport RunImport(const ImportOptions& options) {
     Host host;
+    ApplyHostSetup(Resolved(options.setup), host);
     AnswerQuestions(host, options);
     ImportReport report;
     report.module = options.module;
@@ -89,12 +78,15 @@ ImportReport RunImport(const ImportOptions& options) {
     if (report.startup != kZPNoErr) return report;
     Document* placeInto = options.place ? &host.Documents().New("Untitled") : nullptr;
     for (const std::filesystem::path& file : options.files) {
-        report.files.push_back(ImportFile(host, *module, file, placeInto));
+        report.files.push_back(ImportFile(host, file, placeInto));
         report.files.back().events = EventsSince(host, seen);
     }
     report.shutdown = module->Shutdown();
     report.shutdownEvents = EventsSince(host, seen);
-    for (const Document* document : host.Documents().All()) report.documents.push_back(ToJson(*document));
+    for (const Document* document : host.Documents().All()) {
+        (host.Documents().IsHidden(*document) ? report.libraryDocuments : report.documents)
+            .push_back(ToJson(*document));
+    }
     return report;
 }
 

@@ -3,6 +3,8 @@
 // and shows the documents that came of it.
 #pragma once
 
+#include "HostSetup.h"
+
 #include <filesystem>
 #include <optional>
 #include <vector>
@@ -12,6 +14,7 @@ namespace kelvra::cli {
 struct ImportOptions {
     std::filesystem::path module;  // DefaultModule() unless given
     std::vector<std::filesystem::path> files;
+    HostSetup setup;
     bool place = false;           // all files into one document made at the start
     std::optional<bool> answer;   // the answer to every question; else ask on a terminal, else yes
     bool json = false;

@@ -77,6 +77,7 @@ std::string ImportText(const ImportReport& report, bool chips) {
         AddEvents(text, report.shutdownEvents);
     }
     for (const json& document : report.documents) text += DocumentText(document, chips);
+    for (const json& document : report.libraryDocuments) text += "library " + DocumentText(document, chips);
     const std::size_t failed = report.FailedFiles();
     return text + Plural(report.files.size(), "file") + ": " + std::to_string(report.files.size() - failed) +
            " imported, " + std::to_string(failed) + " failed\n";
@@ -98,6 +99,7 @@ json ImportJson(const ImportReport& report) {
         out["shutdown"]["events"] = ToJson(report.shutdownEvents);
     }
     out["documents"] = report.documents;
+    out["libraryDocuments"] = report.libraryDocuments;
     out["failedFiles"] = report.FailedFiles();
     return out;
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <kelvra/EventLog.h>
+#include <kelvra/FormatOpening.h>
 
 #include <ZPTypes.h>
 
@@ -13,11 +14,6 @@
 #include <vector>
 
 namespace kelvra::cli {
-
-struct FormatMessage {
-    std::string format;  // the registered format's name
-    ZPErr result = 0;
-};
 
 struct FileImport {
     std::filesystem::path file;
@@ -39,7 +35,9 @@ struct ImportReport {
     std::vector<FileImport> files;
     std::optional<ZPErr> shutdown;  // none when start-up failed
     std::vector<Event> shutdownEvents;
-    nlohmann::json documents = nlohmann::json::array();  // DocumentJson.h, in the order opened
+    nlohmann::json documents = nlohmann::json::array();  // the user's (DocumentJson.h), in the order opened
+    // The hidden documents of the library files the module had the host open.
+    nlohmann::json libraryDocuments = nlohmann::json::array();
 
     std::size_t FailedFiles() const;
     bool Succeeded() const { return refusal.empty() && startup == 0 && FailedFiles() == 0; }

@@ -117,6 +117,7 @@ nlohmann::json ToJson(const RunReport& r) {
 
 int Run(const RunOptions& options) {
     Host host;
+    ApplyHostSetup(Resolved(options.setup), host);
     RunReport report;
     report.module = options.module;
     ZPErr startup = kZPCantHappenErr;

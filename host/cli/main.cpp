@@ -1,5 +1,6 @@
 // kelvra-host: the emulated host as a command.
 #include "ImportCommand.h"
+#include "LibrariesCommand.h"
 #include "RunCommand.h"
 #include "ValidateCommand.h"
 
@@ -7,8 +8,10 @@
 
 int main(int argc, char** argv) {
     CLI::App app{"kelvra-host: the emulated Kelvra host. Loads a module file as the host would, "
-                 "runs it, validates it and imports files through it."};
+                 "runs it, validates it and imports files through it; keeps the host's library folders and "
+                 "remembered library files."};
     app.require_subcommand(1);
+    app.footer("Every command exits with status 2 when an option or argument is wrong, after saying why.");
 
     kelvra::cli::RunOptions run;
     CLI::App* runCommand = app.add_subcommand(
@@ -16,8 +19,9 @@ int main(int argc, char** argv) {
         "Load MODULE and run its lifecycle (start-up, purge, save notification, unload, reload, shut-down). "
         "Prints each message with its result code (four characters when printable, else decimal; success 0), "
         "the notifiers and file formats it registered, the suites acquired and released, the event log and what "
-        "is still live at the end. Exit status 0 when the module loaded and its start-up answered 0.");
+        "is still live at the end. Exit status 0 when the module loaded and its start-up answered 0, 1 otherwise.");
     runCommand->add_option("MODULE", run.module, "the module file")->required();
+    kelvra::cli::AddHostSetupOptions(*runCommand, run.setup);
     runCommand->add_flag("--json", run.json, "print the same as one JSON object (see host/README.md)");
 
     kelvra::cli::ValidateOptions validate;
@@ -59,9 +63,32 @@ int main(int argc, char** argv) {
     importCommand->add_option("--sheet", import.sheet,
                               "also write the documents as imported as a swatch sheet: OUT.html (one "
                               "self-contained file) or OUT.svg; a file that cannot be written makes the exit status 1");
+    kelvra::cli::AddHostSetupOptions(*importCommand, import.setup);
 
-    CLI11_PARSE(app, argc, argv);
+    kelvra::cli::LibrariesOptions libraries;
+    CLI::App* librariesCommand = app.add_subcommand(
+        "libraries",
+        "Remember each FILE as the host's \"open other library\" command does (under "
+        "\"KVSwatchLibPersistentPrefix\" + the count in the preferences, then the count + 1), before anything "
+        "else; then show the directory of each host folder type (and whether it exists) and the remembered "
+        "library files as the preferences hold them, each with its result code when it cannot be read. "
+        "Exit status 0 when every FILE was remembered and the remembered list reads without a failure, 1 "
+        "otherwise.");
+    librariesCommand->add_option("--remember", libraries.remember, "a library file to remember (repeatable)")
+        ->type_name("FILE")
+        ->check(CLI::ExistingFile.description(""))
+        ->allow_extra_args(false);
+    librariesCommand->add_flag("--json", libraries.json, "print the same as one JSON object (see host/README.md)");
+    kelvra::cli::AddHostSetupOptions(*librariesCommand, libraries.setup);
+
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        // --help and --version come this way too, and succeed.
+        return app.exit(error) == 0 ? 0 : 2;
+    }
     if (runCommand->parsed()) return kelvra::cli::Run(run);
+    if (librariesCommand->parsed()) return kelvra::cli::Libraries(libraries);
     if (importCommand->parsed()) {
         import.module = module;
         if (!answer.empty()) import.answer = answer == "yes";

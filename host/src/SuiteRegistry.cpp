@@ -23,10 +23,14 @@ ZPErr SuiteRegistry::Add(std::string name, std::int32_t version, const void* tab
     return kZPNoErr;
 }
 
-void SuiteRegistry::Withdraw(const Module* publisher) {
+std::vector<const void*> SuiteRegistry::Withdraw(const Module* publisher) {
+    std::vector<const void*> tables;
     for (auto& [key, entry] : entries_) {
-        if (entry.publisher == publisher) entry.table = nullptr;
+        if (entry.publisher != publisher || entry.table == nullptr) continue;
+        tables.push_back(entry.table);
+        entry.table = nullptr;
     }
+    return tables;
 }
 
 SuiteRegistry::Entry* SuiteRegistry::Find(std::string_view name, std::int32_t version) {

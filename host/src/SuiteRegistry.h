@@ -21,8 +21,9 @@ class SuiteRegistry {
 public:
     // kZPBadParameterErr when that name and version is already published.
     ZPErr Add(std::string name, std::int32_t version, const void* table, const Module* publisher);
-    // Suites published by `publisher` can no longer be acquired.
-    void Withdraw(const Module* publisher);
+    // Suites published by `publisher` can no longer be acquired. Answers
+    // their tables, which are the host's to free.
+    std::vector<const void*> Withdraw(const Module* publisher);
 
     // kZPSuiteNotFoundErr and *table null for an unknown name or version.
     ZPErr Acquire(std::string_view name, std::int32_t version, const void** table);

@@ -13,8 +13,11 @@
 #include "DocumentList.h"
 #include "EventLog.h"
 #include "FaultInjector.h"
+#include "FormatOpening.h"
 #include "HostClock.h"
 #include "HostError.h"
+#include "HostFolders.h"
+#include "HostPreferences.h"
 #include "HostStringTable.h"
 #include "Module.h"
 #include "SuiteCount.h"
@@ -89,6 +92,11 @@ public:
     HostStringTable& HostStrings();
     // The open documents and the current one (DocumentList.h).
     DocumentList& Documents();
+    // The directories of the host folder types ("KV Folders Suite").
+    HostFolders& Folders();
+    // The preferences file ("KV Preference Suite") and the remembered
+    // library files.
+    HostPreferences& Preferences();
 
     std::vector<SuiteCount> SuiteCounts() const;
     // Acquisitions not yet released, over all suites.
@@ -110,6 +118,12 @@ public:
     // What "KV ThreadPool Suite" answers when asked whether a dialog may be
     // shown (yes until set).
     void SetCanShowDialogs(bool can);
+
+    // Offers `file` to every registered file format with "KV Check", each
+    // sent to the module that registered it, and has the first that
+    // accepted read it with "KV Go" into `target`'s document, made current
+    // first (FormatOpening.h). The file is offered whether or not it exists.
+    FormatOpening OpenWithFormats(const std::filesystem::path& file, const FormatTarget& target);
 
     // The basic suite, for tests that act as another plug-in.
     const ZPBasicSuite* BasicSuite() const;

@@ -6,6 +6,7 @@
 #include <termios.h>
 #include <unistd.h>
 
+#include <cstdio>
 #include <cstdlib>
 #include <sstream>
 
@@ -14,16 +15,19 @@ namespace kelvra::testing {
 namespace {
 
 // Runs kelvra-host in a child whose standard input and output are `in` and
-// `out`, standard error going nowhere; collects what `from` delivers until
+// `out`, standard error going to a file read at the end (a second pipe
+// could fill while the first is read); collects what `from` delivers until
 // it ends.
 CommandResult Run(const std::vector<std::string>& arguments, int in, int out, int from,
-                  const std::vector<std::pair<std::string, std::optional<std::string>>>& environment) {
+                  const Environment& environment) {
     std::vector<std::string> words = {KELVRA_HOST};
     words.insert(words.end(), arguments.begin(), arguments.end());
     std::vector<char*> argv;
     for (std::string& word : words) argv.push_back(word.data());
     argv.push_back(nullptr);
 
+    FILE* errors = std::tmpfile();
+    if (errors == nullptr) return {};
     const pid_t child = fork();
     if (child == 0) {
         for (const auto& [name, value] : environment) {
@@ -32,8 +36,7 @@ CommandResult Run(const std::vector<std::string>& arguments, int in, int out, in
         }
         dup2(in, STDIN_FILENO);
         dup2(out, STDOUT_FILENO);
-        const int null = open("/dev/null", O_WRONLY);
-        dup2(null, STDERR_FILENO);
+        dup2(fileno(errors), STDERR_FILENO);
         close(from);
         execv(argv[0], argv.data());
         _exit(127);
@@ -48,20 +51,23 @@ CommandResult Run(const std::vector<std::string>& arguments, int in, int out, in
     int status = 0;
     waitpid(child, &status, 0);
     result.exitStatus = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    std::rewind(errors);
+    for (std::size_t n; (n = std::fread(buffer, 1, sizeof buffer, errors)) > 0;) result.errors.append(buffer, n);
+    std::fclose(errors);
     return result;
 }
 
 }  // namespace
 
-CommandResult RunKelvraHost(const std::vector<std::string>& arguments) {
+CommandResult RunKelvraHost(const std::vector<std::string>& arguments, const Environment& environment) {
     int out[2];
     if (pipe(out) != 0) return {};
     const int empty = open("/dev/null", O_RDONLY);
-    return Run(arguments, empty, out[1], out[0], {});
+    return Run(arguments, empty, out[1], out[0], environment);
 }
 
 CommandResult RunKelvraHostOnTerminal(const std::vector<std::string>& arguments, const std::string& input,
-                                      const std::vector<std::pair<std::string, std::optional<std::string>>>& environment) {
+                                      const Environment& environment) {
     int terminal = -1;
     int user = -1;
     if (openpty(&user, &terminal, nullptr, nullptr, nullptr) != 0) return {};

@@ -12,15 +12,18 @@ namespace kelvra::testing {
 struct CommandResult {
     int exitStatus = -1;
     std::string output;
+    std::string errors;  // what it printed on standard error
 };
 
+// A variable to set, or to unset when it has no value.
+using Environment = std::vector<std::pair<std::string, std::optional<std::string>>>;
+
 // Standard input is empty and no terminal; standard output a pipe.
-CommandResult RunKelvraHost(const std::vector<std::string>& arguments);
+CommandResult RunKelvraHost(const std::vector<std::string>& arguments, const Environment& environment = {});
 
 // Standard input and output are a terminal; `input` is what the user types.
-// Each variable of `environment` is set, or unset when it has no value.
 CommandResult RunKelvraHostOnTerminal(const std::vector<std::string>& arguments, const std::string& input,
-                                      const std::vector<std::pair<std::string, std::optional<std::string>>>& environment);
+                                      const Environment& environment);
 
 // The lines of `output` that begin with `prefix`.
 std::vector<std::string> LinesStartingWith(const std::string& output, const std::string& prefix);

@@ -4,6 +4,7 @@
 #include "CommandRunner.h"
 
 #include "tests/support/ColorBookBuilder.h"
+#include "tests/support/SampleDocuments.h"
 #include "tests/support/SwatchExchangeBuilder.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -96,18 +97,8 @@ TEST_F(ImportRealModuleTest, JsonShowsTheDocumentsInTheirJsonForm) {
     const nlohmann::json out = nlohmann::json::parse(result.output);
     EXPECT_EQ(out["files"][0]["go"]["format"], "Orvik Swatch Exchange Reader");
     EXPECT_EQ(out["files"][0]["checks"][0]["resultText"], "FMT?");
-    EXPECT_EQ(out["documents"], nlohmann::json::parse(R"([{"name": "sample.ose",
-      "groups": [
-        {"name": "", "swatches": []},
-        {"name": "Brand", "swatches": [
-          {"name": "Signal Red", "kind": "custom", "customColor": "Signal Red", "tint": 0.5},
-          {"name": "Ink", "kind": "cmyk", "values": [0.1, 0.2, 0.3, 0.4]},
-          {"name": "Leaf", "kind": "custom", "customColor": "Leaf", "tint": 0},
-          {"name": "Shadow", "kind": "custom", "customColor": "Shadow", "tint": 0}]}],
-      "customColors": [
-        {"name": "Signal Red", "kind": "rgb", "values": [1, 0.25, 0], "flags": 1, "bookId": 0},
-        {"name": "Leaf", "kind": "rgb", "values": [0.38057253, 0.50133234, 0.25614503], "flags": 0, "bookId": 0},
-        {"name": "Shadow", "kind": "cmyk", "values": [0, 0, 0, 0.25], "flags": 0, "bookId": 0}]}])"));
+    EXPECT_EQ(out["documents"],
+              nlohmann::json::array({nlohmann::json::parse(testsupport::kSampleSwatchExchangeDocument)}));
 }
 
 TEST_F(ImportRealModuleTest, PlaceReadsBothFormatsIntoOneDocument) {

@@ -13,7 +13,7 @@
 #include <string>
 #include <vector>
 
-#include "InProcessHost.h"
+#include "tests/support/InProcessHost.h"
 #include "formats/ReaderResult.h"
 #include "formats/colorbook/ColorBookReader.h"
 #include "formats/exchange/SwatchExchangeReader.h"
@@ -31,7 +31,7 @@ using testsupport::MemoryStream;
 using Bytes = std::vector<std::uint8_t>;
 using Reader = std::function<std::int32_t(OrvikSwatchbookStream&, OrvikSwatchbook&)>;
 
-class CompleteBookExportTest : public import_testing::InProcessHostTest {
+class CompleteBookExportTest : public testsupport::InProcessHostTest {
 protected:
     Bytes WrittenFromCompleteBook(const Bytes& file, const Reader& read) {
         CompleteBook book;

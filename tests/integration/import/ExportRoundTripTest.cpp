@@ -8,7 +8,7 @@
 #include <kelvra/DocumentJson.h>
 
 #include "ImportTesting.h"
-#include "InProcessHost.h"
+#include "tests/support/InProcessHost.h"
 #include "formats/exchange/SwatchExchangeReader.h"
 #include "formats/exchange/SwatchExchangeWriter.h"
 #include "swatchbook/KelvraSwatchBook.h"
@@ -20,7 +20,7 @@ using import_testing::DescribeCustomColors;
 using import_testing::DescribeSwatches;
 using testing::ElementsAre;
 
-class ExportRoundTripTest : public import_testing::InProcessHostTest {};
+class ExportRoundTripTest : public testsupport::InProcessHostTest {};
 
 TEST_F(ExportRoundTripTest, AnExportedDocumentImportsIntoAFreshOneWithTheSameSwatches) {
     const kelvra::Document& source = host_.Documents().Add(kelvra::DocumentFromJson(nlohmann::json::parse(R"({

@@ -98,7 +98,7 @@ ImportReport ThreeFiles() {
     kelvra::cli::FileImport imported;
     imported.file = "in/pastels.ose";
     imported.checks = {{"Orvik Color Book Reader", kNotThisFormat}, {"Orvik Swatch Exchange Reader", 0}};
-    imported.go = kelvra::cli::FormatMessage{"Orvik Swatch Exchange Reader", 0};
+    imported.go = kelvra::FormatMessage{"Orvik Swatch Exchange Reader", 0};
     imported.document = "pastels.ose";
     kelvra::Event question;
     question.kind = kelvra::Event::Kind::Question;
@@ -187,6 +187,26 @@ TEST(ImportOutputTest, JsonHoldsTheSameReport) {
     EXPECT_EQ(out["shutdown"]["resultText"], "0");
     EXPECT_EQ(out["documents"], ThreeFiles().documents);
     EXPECT_EQ(out["failedFiles"], 2);
+}
+
+TEST(ImportOutputTest, LibraryDocumentsTheModuleHadOpenedComeAfterTheUsersAndApart) {
+    ImportReport report = ThreeFiles();
+    report.libraryDocuments = json::array({json::parse(R"({"name": "Brights.ose", "customColors": [],
+        "groups": [{"name": "", "swatches": [{"name": "Ink", "kind": "gray", "values": [0.5]}]}]})")});
+    const std::string text = kelvra::cli::ImportText(report, false);
+    EXPECT_NE(text.find("document \"pastels.ose\":\n"
+                        "  default group:\n"
+                        "    \"Red\": rgb 1 0 0\n"
+                        "library document \"Brights.ose\":\n"
+                        "  default group:\n"
+                        "    \"Ink\": gray 0.5\n"
+                        "3 files: 1 imported, 2 failed\n"),
+              std::string::npos)
+        << text;
+    const json out = kelvra::cli::ImportJson(report);
+    EXPECT_EQ(out["documents"], ThreeFiles().documents);
+    EXPECT_EQ(out["libraryDocuments"], report.libraryDocuments);
+    EXPECT_EQ(kelvra::cli::ImportJson(ThreeFiles())["libraryDocuments"], json::array());
 }
 
 }  // namespace

@@ -1,12 +1,11 @@
 #include "InProcessHost.h"
 
 #include "KVError.h"
-#include "KVStringSuites.h"
 #include "KVUnicodeString.h"
 #include "RegisteredSuites.h"
 #include "SuiteNode.h"
 
-namespace import_testing {
+namespace testsupport {
 
 void InProcessHostTest::SetUp() {
     kv::registered::ListRegisteredSuites();
@@ -26,16 +25,13 @@ std::uint64_t InProcessHostTest::Calls(const std::string& suite, const std::stri
 
 namespace {
 
-const KVFilePathSuite& FilePaths() { return kv::RequireSuite<KVFilePathSuite>(kv::registered::FilePath()); }
+kv::FilePath PathOf(const std::filesystem::path& path) {
+    const std::string text = path.string();
+    return kv::FilePath::FromString(kv::UnicodeString::FromUTF8(text.data(), text.size()));
+}
 
 }  // namespace
 
-HostPath::HostPath(const std::filesystem::path& path) {
-    const std::string text = path.string();
-    const kv::UnicodeString string = kv::UnicodeString::FromUTF8(text.data(), text.size());
-    kv::ThrowIfError(FilePaths().NewFromString(string.Get(), &path_));
-}
+HostPath::HostPath(const std::filesystem::path& path) : path_(PathOf(path)) {}
 
-HostPath::~HostPath() { FilePaths().Dispose(path_); }
-
-}  // namespace import_testing
+}  // namespace testsupport

@@ -8,10 +8,11 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <string>
 
 #include "KVFilePath.h"
 
-namespace import_testing {
+namespace testsupport {
 
 class InProcessHostTest : public testing::Test {
 protected:
@@ -30,14 +31,11 @@ protected:
 class HostPath {
 public:
     explicit HostPath(const std::filesystem::path& path);
-    ~HostPath();
-    HostPath(const HostPath&) = delete;
-    HostPath& operator=(const HostPath&) = delete;
 
-    KVFilePathRef Get() const { return path_; }
+    KVFilePathRef Get() const { return path_.Get(); }
 
 private:
-    KVFilePathRef path_ = nullptr;
+    kv::FilePath path_;
 };
 
-}  // namespace import_testing
+}  // namespace testsupport

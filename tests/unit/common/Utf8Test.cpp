@@ -1,10 +1,11 @@
-#include "formats/xml/Utf8ToUtf16.h"
+#include "text/Utf8.h"
 
 #include <gtest/gtest.h>
 
 namespace {
 
-using formats::xml::Utf8ToUtf16;
+using kv::Utf16ToUtf8;
+using kv::Utf8ToUtf16;
 
 TEST(Utf8ToUtf16, KeepsAsciiAsItIs) { EXPECT_EQ(Utf8ToUtf16("Red 032"), u"Red 032"); }
 
@@ -34,6 +35,26 @@ TEST(Utf8ToUtf16, RejectsOverlongFormsSurrogatesAndValuesBeyondTheRange) {
     EXPECT_EQ(Utf8ToUtf16("\xE0\x80\xAF"), u"\uFFFD\uFFFD\uFFFD");
     EXPECT_EQ(Utf8ToUtf16("\xED\xA0\x80"), u"\uFFFD\uFFFD\uFFFD");
     EXPECT_EQ(Utf8ToUtf16("\xF4\x90\x80\x80"), u"\uFFFD\uFFFD\uFFFD\uFFFD");
+}
+
+TEST(Utf16ToUtf8, EncodesOneToFourBytes) {
+    EXPECT_EQ(Utf16ToUtf8(u"Red 032"), "Red 032");
+    EXPECT_EQ(Utf16ToUtf8(u"\u00E9t\u00E9"), "\xC3\xA9t\xC3\xA9");
+    EXPECT_EQ(Utf16ToUtf8(u"\u20AC"), "\xE2\x82\xAC");
+    EXPECT_EQ(Utf16ToUtf8(std::u16string({char16_t(0xD83C), char16_t(0xDFA8)})), "\xF0\x9F\x8E\xA8");
+    EXPECT_EQ(Utf16ToUtf8(u""), "");
+}
+
+TEST(Utf16ToUtf8, ReplacesLoneSurrogates) {
+    EXPECT_EQ(Utf16ToUtf8(std::u16string({u'a', char16_t(0xD83C), u'b'})), "a\xEF\xBF\xBD" "b");
+    EXPECT_EQ(Utf16ToUtf8(std::u16string({char16_t(0xDFA8), char16_t(0xD83C)})), "\xEF\xBF\xBD\xEF\xBF\xBD");
+    EXPECT_EQ(Utf16ToUtf8(std::u16string({char16_t(0xD83C), char16_t(0xD83C), char16_t(0xDFA8)})),
+              "\xEF\xBF\xBD\xF0\x9F\x8E\xA8");
+}
+
+TEST(Utf16ToUtf8, RoundTripsWithUtf8ToUtf16) {
+    const std::u16string text = u"Gr\u00FCn \u20AC \U0001F3A8 \uFFFF";
+    EXPECT_EQ(Utf8ToUtf16(Utf16ToUtf8(text)), text);
 }
 
 }  // namespace
