@@ -8,6 +8,7 @@
 
 #include "FileDataFilter.h"
 #include "HandleTable.h"
+#include "ImportWatch.h"
 #include "SuiteRegistry.h"
 
 #include <map>
@@ -49,6 +50,7 @@ struct HostState {
     std::vector<std::unique_ptr<Module>> modules;
     std::vector<MessageRecord> messages;
     DocumentList documents;
+    ImportWatch imports;  // during a "KV Go" message
 
     HandleTable<HostString> strings;
     HandleTable<HostFilePath> filePaths;
