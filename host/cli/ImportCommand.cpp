@@ -1,14 +1,16 @@
 #include "ImportCommand.h"
 
-#include "DocumentText.h"
+#include "DialogText.h"
 #include "ImportReport.h"
 
+#include <CommandLine.h>
 #include <kelvra/DocumentJson.h>
 #include <kelvra/Host.h>
 
-#include <cstdlib>
-#include <iostream>
 #include <unistd.h>
+
+#include <algorithm>
+#include <iostream>
 
 namespace kelvra::cli {
 
@@ -17,7 +19,8 @@ namespace {
 // Asks on the terminal; an empty line or the end of input is the default, yes.
 bool AskOnTerminal(const std::string& question) {
     for (;;) {
-        std::cerr << question << " [Y/n] " << std::flush;
+        WriteDialogText(std::cerr, question, "");
+        std::cerr << " [Y/n] " << std::flush;
         std::string line;
         if (!std::getline(std::cin, line) || line.empty() || line == "y" || line == "yes") return true;
         if (line == "n" || line == "no") return false;
@@ -37,15 +40,63 @@ std::vector<Event> EventsSince(Host& host, std::size_t& from) {
     return events;
 }
 
+std::size_t IndexOf(Host& host, const Document& document) {
+    const std::vector<Document*> all = host.Documents().All();
+    return std::size_t(std::find(all.begin(), all.end(), &document) - all.begin());
+}
+
+// What the host can see wrong with a file the module took but read nothing
+// from; empty when nothing.
+std::string WhatIsWrongWith(const std::filesystem::path& file) {
+    if (const std::string why = commandline::WhyUnreadable(file.string()); !why.empty())
+        return "cannot read the file: " + why;
+    std::error_code error;
+    return std::filesystem::file_size(file, error) == 0 && !error ? "the file is empty" : "";
+}
+
+// Sends "KV Go" for the file into `target` and tells what the document
+// received.
+void Go(Host& host, Module& module, FileFormatRequest request, Document& target, FileImport& result,
+        std::size_t& seen) {
+    host.Documents().MakeCurrent(target);
+    request.document = target.Handle();
+    const std::size_t groups = target.Groups().size();
+    const std::size_t swatches = target.SwatchCount();
+    const std::size_t customColors = target.CustomColors().size();
+    result.go->result = module.GoFileFormat(request);
+    const std::vector<Event> events = EventsSince(host, seen);
+    result.events.insert(result.events.end(), events.begin(), events.end());
+    result.received.groups = target.Groups().size() - groups;
+    result.received.swatches = target.SwatchCount() - swatches;
+    result.received.customColorsMade = target.CustomColors().size() - customColors;
+    result.received.customColorsRedefined = std::size_t(std::count_if(
+        events.begin(), events.end(),
+        [](const Event& event) { return event.kind == Event::Kind::CustomColorRedefined; }));
+    if (result.go->result != kZPNoErr) {
+        result.status = FileImport::Status::GoFailed;
+    } else if (result.received.Nothing()) {
+        result.status = FileImport::Status::NothingReceived;
+        result.why = WhatIsWrongWith(request.file);
+    }
+}
+
 // Offers the file to every format, then has the first that accepted read
 // it: into `placeInto`, or else into a new document named after the file.
-FileImport ImportFile(Host& host, Module& module, const std::filesystem::path& file, Document* placeInto) {
+// A file that is not there, or is a directory, is not offered, as the
+// host's open dialog would not offer it.
+FileImport ImportFile(Host& host, Module& module, const std::filesystem::path& file, Document* placeInto,
+                      std::size_t& seen) {
     FileImport result;
     result.file = file;
     result.placed = placeInto != nullptr;
     std::error_code error;
-    if (!std::filesystem::exists(file, error)) {
-        result.missing = true;
+    const std::filesystem::file_status status = std::filesystem::status(file, error);
+    if (!std::filesystem::exists(status)) {
+        result.status = FileImport::Status::Missing;
+        return result;
+    }
+    if (std::filesystem::is_directory(status)) {
+        result.status = FileImport::Status::NotAFile;
         return result;
     }
     FileFormatRequest request;
@@ -60,13 +111,17 @@ FileImport ImportFile(Host& host, Module& module, const std::filesystem::path& f
         result.checks.push_back({format.name, answer});
         if (answer == kZPNoErr && accepted == nullptr) accepted = &format;
     }
-    if (accepted == nullptr) return result;
+    result.events = EventsSince(host, seen);
+    if (accepted == nullptr) {
+        result.status = FileImport::Status::NoFormat;
+        return result;
+    }
     Document& target = placeInto != nullptr ? *placeInto : host.Documents().New(file.filename().string());
-    host.Documents().MakeCurrent(target);
     request.format = accepted->handle;
-    request.document = target.Handle();
-    result.go = FormatMessage{accepted->name, module.GoFileFormat(request)};
-    result.document = target.Name();
+    result.go = FormatMessage{accepted->name, 0};
+    result.document = IndexOf(host, target);
+    result.documentName = target.Name();
+    Go(host, module, request, target, result, seen);
     return result;
 }
 
@@ -87,10 +142,8 @@ ImportReport RunImport(const ImportOptions& options) {
     report.startupEvents = EventsSince(host, seen);
     if (report.startup != kZPNoErr) return report;
     Document* placeInto = options.place ? &host.Documents().New("Untitled") : nullptr;
-    for (const std::filesystem::path& file : options.files) {
-        report.files.push_back(ImportFile(host, *module, file, placeInto));
-        report.files.back().events = EventsSince(host, seen);
-    }
+    for (const std::filesystem::path& file : options.files)
+        report.files.push_back(ImportFile(host, *module, file, placeInto, seen));
     report.shutdown = module->Shutdown();
     report.shutdownEvents = EventsSince(host, seen);
     for (const Document* document : host.Documents().All()) report.documents.push_back(ToJson(*document));
@@ -107,14 +160,10 @@ std::filesystem::path DefaultModule() {
 
 int Import(const ImportOptions& options) {
     const ImportReport report = RunImport(options);
-    if (options.json) {
-        std::cout << ImportJson(report).dump(2) << "\n";
-    } else {
-        const bool chips = WantsColourChips(isatty(STDOUT_FILENO) != 0, std::getenv("NO_COLOR"), std::getenv("TERM"),
-                                            std::getenv("COLORTERM"));
-        std::cout << ImportText(report, chips);
-    }
-    return report.Succeeded() ? 0 : 1;
+    if (options.json) std::cout << ImportJson(report).dump(2) << "\n";
+    else WriteImportText(std::cout, report, ChooseChipDepth(options.color, CurrentTerminal()));
+    std::cout.flush();
+    return report.Succeeded() ? commandline::kSucceeded : commandline::kFailed;
 }
 
 }  // namespace kelvra::cli

@@ -3,6 +3,8 @@
 // and shows the documents that came of it.
 #pragma once
 
+#include "TerminalColor.h"
+
 #include <filesystem>
 #include <optional>
 #include <vector>
@@ -15,13 +17,15 @@ struct ImportOptions {
     bool place = false;           // all files into one document made at the start
     std::optional<bool> answer;   // the answer to every question; else ask on a terminal, else yes
     bool json = false;
+    ColorChoice color = ColorChoice::Auto;  // chips in the readable form
 };
 
 // The module of the same build: plugin/Tintora.so beside the folder of the
 // running kelvra-host.
 std::filesystem::path DefaultModule();
 
-// 0 when the module started and every file was imported; 1 otherwise.
+// 0 when the module started and every file was imported (a format accepted
+// it, "KV Go" answered 0 and the document received something); 1 otherwise.
 int Import(const ImportOptions& options);
 
 }  // namespace kelvra::cli
