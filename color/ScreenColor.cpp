@@ -17,7 +17,9 @@ Srgb TintTowardWhite(const Srgb& colour, float tint) {
 
 std::uint8_t SrgbByte(float channel) {
     if (std::isnan(channel)) return 0;
-    return std::uint8_t(std::lround(std::clamp(channel, 0.0f, 1.0f) * 255.0f));
+    // In double, as values are written for a person, so that a byte is the
+    // 0-255 number shown beside it (0.9 gives 229, not the float product's 230).
+    return std::uint8_t(std::lround(double(std::clamp(channel, 0.0f, 1.0f)) * 255.0));
 }
 
 std::array<std::uint8_t, 3> SrgbBytes(const Srgb& colour) {

@@ -5,6 +5,7 @@
 #include <deque>
 
 #include "BookInput.h"
+#include "CommandLine.h"
 #include "ConvertedBook.h"
 #include "InputFormatOption.h"
 #include "ReplaceFile.h"
@@ -16,8 +17,6 @@
 
 namespace tool {
 namespace {
-
-constexpr int kFailed = 1;
 
 constexpr const char* kConvertHelp = R"(
 Reads every IN into one swatch exchange file OUT, which the host opens
@@ -106,7 +105,7 @@ int RunConvert(const ConvertOptions& options, std::ostream& out, std::ostream& e
         }
         sources.push_back({input, book, std::move(read.lines)});
     }
-    if (failed) return kFailed;
+    if (failed) return commandline::kFailed;
 
     ConvertRules rules;
     if (!options.kind.empty()) rules.kind = KindCode(options.kind);
@@ -118,16 +117,16 @@ int RunConvert(const ConvertOptions& options, std::ostream& out, std::ostream& e
     const ConvertReport report = BuildConvertedBook(sources, rules, converted);
     for (const std::string& note : report.notes) err << "tintora convert: note: " << note << "\n";
     for (const std::string& error : report.errors) err << "tintora convert: " << error << "\n";
-    if (!report.errors.empty()) return kFailed;
+    if (!report.errors.empty()) return commandline::kFailed;
 
     ByteSink file;
     if (formats::WriteSwatchExchange(file, converted) != 1) {
         err << "tintora convert: " << options.output << ": the swatch exchange writer failed\n";
-        return kFailed;
+        return commandline::kFailed;
     }
     if (const std::string why = sheet::ReplaceFile(options.output, file.Bytes()); !why.empty()) {
         err << "tintora convert: " << why << "\n";
-        return kFailed;
+        return commandline::kFailed;
     }
     std::int32_t defaultGroups = 0;
     const std::int32_t groups = converted.CountGroups(&defaultGroups) - defaultGroups;

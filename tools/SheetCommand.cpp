@@ -7,6 +7,7 @@
 
 #include "BookInput.h"
 #include "BookSheet.h"
+#include "CommandLine.h"
 #include "InputFormatOption.h"
 #include "SwatchSheet.h"
 #include "swatchbook/CompleteBook.h"
@@ -14,7 +15,6 @@
 namespace tool {
 namespace {
 
-constexpr int kFailed = 1;
 // Keep a colour book's gaps, so that its pages show as printed.
 constexpr std::uint32_t kKeepEmptyPlaces = 16;
 
@@ -59,21 +59,21 @@ CLI::App* AddSheetCommand(CLI::App& app, SheetOptions& options) {
 int RunSheet(const SheetOptions& options, std::ostream& out, std::ostream& err) {
     if (const std::string problem = sheet::SheetNameProblem(options.output); !problem.empty()) {
         err << "tintora sheet: " << problem << "\n";
-        return kFailed;
+        return commandline::kFailed;
     }
     CompleteBook book;
     const InputRead read = ReadBookInput(options.input, InputFormatFromName(options.format), book, kKeepEmptyPlaces);
     for (const std::string& note : read.notes) err << "tintora sheet: note: " << note << "\n";
     if (!read.error.empty()) {
         err << "tintora sheet: " << read.error << "\n";
-        return kFailed;
+        return commandline::kFailed;
     }
     sheet::Sheet shown;
     shown.books.push_back(BookSheet(book, std::filesystem::path(options.input).filename().string()));
     shown.title = shown.books.front().title;
     if (const std::string why = sheet::WriteSheet(shown, options.output); !why.empty()) {
         err << "tintora sheet: " << why << "\n";
-        return kFailed;
+        return commandline::kFailed;
     }
     out << "wrote " << options.output << ": " << SwatchCount(shown.books.front()) << " swatches\n";
     return 0;

@@ -1,11 +1,42 @@
 #include "DocumentSheet.h"
 
+#include <kelvra/FloatText.h>
+
+#include "ColorText.h"
 #include "DocumentText.h"
+
+#include <cstdint>
 
 namespace kelvra::cli {
 namespace {
 
 using nlohmann::json;
+
+// The values as the document stores them: "rgb 0.25 0.5 1".
+std::string StoredValues(const json& kind, const json& values) {
+    std::string text = kind.get<std::string>();
+    for (const json& value : values) {
+        text += ' ';
+        text += value.is_number() ? FloatText(float(value.get<double>())) : value.get<std::string>();
+    }
+    return text;
+}
+
+// "lab 80 5 60, spot, book id 3000".
+std::string CustomColorText(const json& color) {
+    const std::uint32_t flags = color["flags"].get<std::uint32_t>();
+    std::string text = StoredValues(color["kind"], color["values"]);
+    text += (flags & kKVCustomSpotColor) != 0 ? ", spot" : ", global";
+    if ((flags & kKVCustomRegistrationColor) != 0) text += ", registration";
+    return text + ", book id " + std::to_string(color["bookId"].get<std::int32_t>());
+}
+
+// The untinted colour of a kind with values, as the host's chips show it.
+std::optional<std::array<float, 3>> ShownColour(const json& kind, const json& values) {
+    const std::optional<ColorValues> color = ColorValuesFromJson(kind, values);
+    if (!color) return std::nullopt;
+    return ShownChannels(*color);
+}
 
 sheet::Preview PreviewOf(const std::string& kind) {
     if (kind == "lab") return sheet::Preview::kLab;
@@ -19,7 +50,7 @@ sheet::Swatch SwatchOf(const json& swatch, const CustomColors& customColors) {
     const std::string kind = swatch["kind"];
     if (kind == "custom") {
         const json* color = CustomColorOf(customColors, swatch);
-        shown.tint = Numbers(json::array({swatch["tint"]}))[0];
+        shown.tint = JsonNumber(swatch["tint"]);
         if (color == nullptr) {
             shown.kind = "custom colour";
             shown.values.push_back("custom colour " + swatch["customColor"].dump() + ", missing");
@@ -28,7 +59,7 @@ sheet::Swatch SwatchOf(const json& swatch, const CustomColors& customColors) {
         const std::uint32_t flags = (*color)["flags"].get<std::uint32_t>();
         shown.kind = (flags & 1) != 0 ? "spot" : "global";
         shown.values.push_back("custom colour " + (*color)["name"].dump() + ": " + CustomColorText(*color));
-        shown.srgb = ShownColour((*color)["kind"], Numbers((*color)["values"]));
+        shown.srgb = ShownColour((*color)["kind"], (*color)["values"]);
         shown.preview = PreviewOf((*color)["kind"]);
         return shown;
     }
@@ -37,8 +68,8 @@ sheet::Swatch SwatchOf(const json& swatch, const CustomColors& customColors) {
         return shown;
     }
     shown.kind = "process";
-    shown.values.push_back(kind + Values(swatch["values"]));
-    shown.srgb = ShownColour(kind, Numbers(swatch["values"]));
+    shown.values.push_back(StoredValues(swatch["kind"], swatch["values"]));
+    shown.srgb = ShownColour(swatch["kind"], swatch["values"]);
     shown.preview = PreviewOf(kind);
     return shown;
 }

@@ -1,15 +1,17 @@
 #include "ImportCommand.h"
 
+#include "DialogText.h"
 #include "DocumentSheet.h"
-#include "DocumentText.h"
 #include "ImportReport.h"
 
+#include <CommandLine.h>
 #include <kelvra/DocumentJson.h>
 #include <kelvra/Host.h>
 
-#include <cstdlib>
-#include <iostream>
 #include <unistd.h>
+
+#include <algorithm>
+#include <iostream>
 
 namespace kelvra::cli {
 
@@ -18,7 +20,8 @@ namespace {
 // Asks on the terminal; an empty line or the end of input is the default, yes.
 bool AskOnTerminal(const std::string& question) {
     for (;;) {
-        std::cerr << question << " [Y/n] " << std::flush;
+        WriteDialogText(std::cerr, question, "");
+        std::cerr << " [Y/n] " << std::flush;
         std::string line;
         if (!std::getline(std::cin, line) || line.empty() || line == "y" || line == "yes") return true;
         if (line == "n" || line == "no") return false;
@@ -38,24 +41,81 @@ std::vector<Event> EventsSince(Host& host, std::size_t& from) {
     return events;
 }
 
+std::size_t IndexOf(Host& host, const Document& document) {
+    const std::vector<Document*> all = host.Documents().All();
+    return std::size_t(std::find(all.begin(), all.end(), &document) - all.begin());
+}
+
+// What the host can see wrong with a file the module took but read nothing
+// from; empty when nothing.
+std::string WhatIsWrongWith(const std::filesystem::path& file) {
+    if (const std::string why = commandline::WhyUnreadable(file.string()); !why.empty())
+        return "cannot read the file: " + why;
+    std::error_code error;
+    return std::filesystem::file_size(file, error) == 0 && !error ? "the file is empty" : "";
+}
+
+// What a document holds, to tell what an import gave it.
+struct Holdings {
+    std::size_t groups = 0;
+    std::size_t swatches = 0;
+    std::size_t customColors = 0;
+};
+
+Holdings HoldingsOf(const Document& document) {
+    return {document.Groups().size(), document.SwatchCount(), document.CustomColors().size()};
+}
+
 // Offers the file to every format, then has the first that accepted read
 // it: into `placeInto`, or else into a new document named after the file.
-FileImport ImportFile(Host& host, const std::filesystem::path& file, Document* placeInto) {
+// A file that is not there, or is a directory, is not offered, as the
+// host's open dialog would not offer it.
+FileImport ImportFile(Host& host, const std::filesystem::path& file, Document* placeInto, std::size_t& seen) {
     FileImport result;
     result.file = file;
     result.placed = placeInto != nullptr;
     std::error_code error;
-    if (!std::filesystem::exists(file, error)) {
-        result.missing = true;
+    const std::filesystem::file_status status = std::filesystem::status(file, error);
+    if (!std::filesystem::exists(status)) {
+        result.status = FileImport::Status::Missing;
         return result;
     }
+    if (std::filesystem::is_directory(status)) {
+        result.status = FileImport::Status::NotAFile;
+        return result;
+    }
+    Holdings before = placeInto != nullptr ? HoldingsOf(*placeInto) : Holdings{};
     FormatTarget target;
     target.placeInto = placeInto;
-    target.newDocument = [&]() -> Document& { return host.Documents().New(file.filename().string()); };
+    target.newDocument = [&]() -> Document& {
+        Document& made = host.Documents().New(file.filename().string());
+        before = HoldingsOf(made);
+        return made;
+    };
     FormatOpening opening = host.OpenWithFormats(file, target);
     result.checks = std::move(opening.checks);
+    result.events = EventsSince(host, seen);
+    if (!opening.go) {
+        result.status = FileImport::Status::NoFormat;
+        return result;
+    }
     result.go = std::move(opening.go);
-    if (opening.document != nullptr) result.document = opening.document->Name();
+    const Document& document = *opening.document;
+    result.document = IndexOf(host, document);
+    result.documentName = document.Name();
+    const Holdings after = HoldingsOf(document);
+    result.received.groups = after.groups - before.groups;
+    result.received.swatches = after.swatches - before.swatches;
+    result.received.customColorsMade = after.customColors - before.customColors;
+    result.received.customColorsRedefined = std::size_t(std::count_if(
+        result.events.begin(), result.events.end(),
+        [](const Event& event) { return event.kind == Event::Kind::CustomColorRedefined; }));
+    if (result.go->result != kZPNoErr) {
+        result.status = FileImport::Status::GoFailed;
+    } else if (result.received.Nothing()) {
+        result.status = FileImport::Status::NothingReceived;
+        result.why = WhatIsWrongWith(file);
+    }
     return result;
 }
 
@@ -78,8 +138,7 @@ ImportReport RunImport(const ImportOptions& options) {
     if (report.startup != kZPNoErr) return report;
     Document* placeInto = options.place ? &host.Documents().New("Untitled") : nullptr;
     for (const std::filesystem::path& file : options.files) {
-        report.files.push_back(ImportFile(host, file, placeInto));
-        report.files.back().events = EventsSince(host, seen);
+        report.files.push_back(ImportFile(host, file, placeInto, seen));
     }
     report.shutdown = module->Shutdown();
     report.shutdownEvents = EventsSince(host, seen);
@@ -102,24 +161,20 @@ int Import(const ImportOptions& options) {
     if (!options.sheet.empty()) {
         if (const std::string problem = sheet::SheetNameProblem(options.sheet); !problem.empty()) {
             std::cerr << "kelvra-host import: " << problem << "\n";
-            return 1;
+            return commandline::kCannotRun;
         }
     }
     const ImportReport report = RunImport(options);
-    if (options.json) {
-        std::cout << ImportJson(report).dump(2) << "\n";
-    } else {
-        const bool chips = WantsColourChips(isatty(STDOUT_FILENO) != 0, std::getenv("NO_COLOR"), std::getenv("TERM"),
-                                            std::getenv("COLORTERM"));
-        std::cout << ImportText(report, chips);
-    }
+    if (options.json) std::cout << ImportJson(report).dump(2) << "\n";
+    else WriteImportText(std::cout, report, ChooseChipDepth(options.color, CurrentTerminal()));
+    std::cout.flush();
     if (!options.sheet.empty()) {
         if (const std::string why = sheet::WriteSheet(DocumentsSheet(report.documents), options.sheet); !why.empty()) {
             std::cerr << "kelvra-host import: " << why << "\n";
-            return 1;
+            return commandline::kFailed;
         }
     }
-    return report.Succeeded() ? 0 : 1;
+    return report.Succeeded() ? commandline::kSucceeded : commandline::kFailed;
 }
 
 }  // namespace kelvra::cli

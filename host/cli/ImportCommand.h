@@ -4,6 +4,7 @@
 #pragma once
 
 #include "HostSetup.h"
+#include "TerminalColor.h"
 
 #include <filesystem>
 #include <optional>
@@ -19,13 +20,15 @@ struct ImportOptions {
     std::optional<bool> answer;   // the answer to every question; else ask on a terminal, else yes
     bool json = false;
     std::filesystem::path sheet;  // also write the documents as a swatch sheet, HTML or SVG, when given
+    ColorChoice color = ColorChoice::Auto;  // chips in the readable form
 };
 
 // The module of the same build: plugin/Tintora.so beside the folder of the
 // running kelvra-host.
 std::filesystem::path DefaultModule();
 
-// 0 when the module started, every file was imported and the sheet, if
+// 0 when the module started, every file was imported (a format accepted it,
+// "KV Go" answered 0 and the document received something) and the sheet, if
 // asked for, was written; 1 otherwise.
 int Import(const ImportOptions& options);
 

@@ -3,6 +3,8 @@
 #include "ChildProcess.h"
 #include "ValidationChecks.h"
 
+#include <CommandLine.h>
+
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
@@ -88,7 +90,7 @@ public:
         } else {
             std::cout << passed_ << " passed, " << failed_ << " failed\n";
         }
-        return failed_ == 0 ? 0 : 1;
+        return failed_ == 0 ? commandline::kSucceeded : commandline::kFailed;
     }
 
 private:

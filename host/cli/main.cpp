@@ -2,41 +2,72 @@
 #include "ImportCommand.h"
 #include "LibrariesCommand.h"
 #include "RunCommand.h"
+#include "TerminalColor.h"
 #include "ValidateCommand.h"
 
+#include <CommandLine.h>
+
 #include <CLI/CLI.hpp>
+
+#include <charconv>
+#include <cmath>
+#include <iostream>
+
+namespace {
+
+// A check's time limit: more than nothing, and short enough to wait for.
+constexpr double kLongestTimeout = 86400;
+
+CLI::Validator TimeoutSeconds() {
+    return CLI::Validator(
+        [](std::string& text) -> std::string {
+            double seconds = 0;
+            const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), seconds);
+            const bool number = error == std::errc() && end == text.data() + text.size();
+            if (number && seconds > 0 && seconds <= kLongestTimeout) return "";
+            return "a number of seconds more than 0 and at most 86400, not \"" + text + "\"";
+        },
+        "SECONDS");
+}
+
+}  // namespace
 
 int main(int argc, char** argv) {
     CLI::App app{"kelvra-host: the emulated Kelvra host. Loads a module file as the host would, "
                  "runs it, validates it and imports files through it; keeps the host's library folders and "
-                 "remembered library files."};
+                 "remembered library files.",
+                 "kelvra-host"};
     app.require_subcommand(1);
-    app.footer("Every command exits with status 2 when an option or argument is wrong, after saying why.");
+    commandline::AddVersion(app);
+    app.footer("Each command's --help tells its exit statuses; 2 always means that the command line was wrong.");
 
     kelvra::cli::RunOptions run;
     CLI::App* runCommand = app.add_subcommand(
         "run",
         "Load MODULE and run its lifecycle (start-up, purge, save notification, unload, reload, shut-down). "
         "Prints each message with its result code (four characters when printable, else decimal; success 0), "
-        "the notifiers and file formats it registered, the suites acquired and released, the event log and what "
-        "is still live at the end. Exit status 0 when the module loaded and its start-up answered 0, 1 otherwise.");
+        "the notifiers and file formats it registered, the suites acquired and released, what the user was "
+        "shown and what is still live at the end.");
     runCommand->add_option("MODULE", run.module, "the module file")->required();
     kelvra::cli::AddHostSetupOptions(*runCommand, run.setup);
     runCommand->add_flag("--json", run.json, "print the same as one JSON object (see host/README.md)");
+    runCommand->footer(commandline::ExitStatusHelp("when the module loaded and its start-up answered 0",
+                                                   "when the module file was refused or its start-up failed"));
 
     kelvra::cli::ValidateOptions validate;
     CLI::App* validateCommand = app.add_subcommand(
         "validate",
         "Check that MODULE keeps the rules of a module, each check in its own child process with a time limit. "
-        "One line per check: pass, fail or crash, its id and a detail; then 'N passed, N failed'. "
-        "Exit status 0 only when every check passed.");
+        "One line per check: pass, fail or crash, its id and a detail; then 'N passed, N failed'.");
     validateCommand->add_option("MODULE", validate.module, "the module file")->required();
     validateCommand->add_flag("--json", validate.json, "print the same as one JSON object (see host/README.md)");
     validateCommand->add_flag("--only-failed", validate.onlyFailed, "hide the checks that passed");
     validateCommand->add_option("--seed", validate.seed, "fix the order the checks run in (random otherwise)");
-    validateCommand->add_option("--timeout", validate.timeoutSeconds, "time limit of each check in seconds")
+    validateCommand
+        ->add_option("--timeout", validate.timeoutSeconds, "time limit of each check in seconds, at most 86400")
         ->capture_default_str()
-        ->check(CLI::PositiveNumber);
+        ->check(TimeoutSeconds());
+    validateCommand->footer(commandline::ExitStatusHelp("when every check passed", "when a check failed or crashed"));
 
     kelvra::cli::ImportOptions import;
     std::string module = kelvra::cli::DefaultModule().string();
@@ -47,10 +78,10 @@ int main(int argc, char** argv) {
         "would: the file is offered to every format with \"KV Check\" and the first that accepts it reads it "
         "with \"KV Go\" into a new document named after the file (made current first), or with --place into "
         "one document made at the start. Prints each message with its result code (four characters when "
-        "printable, else decimal; success 0), what the user was shown and asked, and every document's swatches "
-        "by group, with a colour chip per swatch on a terminal that shows 24-bit colour (never when NO_COLOR is "
-        "set). Exit status 0 when the module started and every file was imported (a format accepted it and "
-        "\"KV Go\" answered 0), 1 otherwise.");
+        "printable, else decimal; success 0), what the user was shown and asked, what each document received "
+        "and what the host saw happen to it (custom colours redefined or shared, swatches left without a name), "
+        "then every document's swatches by group, each with the sRGB hex of its colour and a colour chip when "
+        "colour is wanted (--color), and the totals.");
     importCommand->add_option("FILE", import.files, "the files to open or place")->required();
     importCommand->add_option("--module", module, "the module file (default: the module of this build)")
         ->capture_default_str();
@@ -64,6 +95,12 @@ int main(int argc, char** argv) {
                               "also write the documents as imported as a swatch sheet: OUT.html (one "
                               "self-contained file) or OUT.svg; a file that cannot be written makes the exit status 1");
     kelvra::cli::AddHostSetupOptions(*importCommand, import.setup);
+    kelvra::cli::AddColorOption(*importCommand, import.color);
+    importCommand->footer(commandline::ExitStatusHelp(
+        "when the module started and every file was imported (and the sheet, if asked for, was written)",
+        "when the module file was refused, its start-up failed, the sheet could not be written, or a file was "
+        "not imported: not there, a directory, accepted by no format, \"KV Go\" answered an error, or the "
+        "document received nothing"));
 
     kelvra::cli::LibrariesOptions libraries;
     CLI::App* librariesCommand = app.add_subcommand(
@@ -71,22 +108,18 @@ int main(int argc, char** argv) {
         "Remember each FILE as the host's \"open other library\" command does (under "
         "\"KVSwatchLibPersistentPrefix\" + the count in the preferences, then the count + 1), before anything "
         "else; then show the directory of each host folder type (and whether it exists) and the remembered "
-        "library files as the preferences hold them, each with its result code when it cannot be read. "
-        "Exit status 0 when every FILE was remembered and the remembered list reads without a failure, 1 "
-        "otherwise.");
+        "library files as the preferences hold them, each with its result code when it cannot be read.");
     librariesCommand->add_option("--remember", libraries.remember, "a library file to remember (repeatable)")
         ->type_name("FILE")
         ->check(CLI::ExistingFile.description(""))
         ->allow_extra_args(false);
     librariesCommand->add_flag("--json", libraries.json, "print the same as one JSON object (see host/README.md)");
     kelvra::cli::AddHostSetupOptions(*librariesCommand, libraries.setup);
+    librariesCommand->footer(commandline::ExitStatusHelp(
+        "when every FILE was remembered and the remembered list reads without a failure",
+        "when a FILE could not be remembered or an entry of the list cannot be read"));
 
-    try {
-        app.parse(argc, argv);
-    } catch (const CLI::ParseError& error) {
-        // --help and --version come this way too, and succeed.
-        return app.exit(error) == 0 ? 0 : 2;
-    }
+    if (const auto answered = commandline::Parse(app, argc, argv, std::cout, std::cerr)) return *answered;
     if (runCommand->parsed()) return kelvra::cli::Run(run);
     if (librariesCommand->parsed()) return kelvra::cli::Libraries(libraries);
     if (importCommand->parsed()) {

@@ -8,6 +8,7 @@
 
 #include "FileDataFilter.h"
 #include "HandleTable.h"
+#include "ImportWatch.h"
 #include "SuiteRegistry.h"
 
 #include <map>
@@ -51,6 +52,7 @@ struct HostState {
     DocumentList documents;
     HostFolders folders;
     HostPreferences preferences;
+    ImportWatch imports;  // during a "KV Go" message
 
     HandleTable<HostString> strings;
     HandleTable<HostFilePath> filePaths;

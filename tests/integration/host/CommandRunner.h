@@ -1,29 +1,26 @@
-// Runs the built kelvra-host binary and collects what it printed on
-// standard output and its exit status.
+// Runs the built kelvra-host binary and collects what it printed and its
+// exit status.
 #pragma once
 
-#include <optional>
+#include "tests/support/ChildProgram.h"
+
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace kelvra::testing {
 
-struct CommandResult {
-    int exitStatus = -1;
-    std::string output;
-    std::string errors;  // what it printed on standard error
-};
-
-// A variable to set, or to unset when it has no value.
-using Environment = std::vector<std::pair<std::string, std::optional<std::string>>>;
+using CommandResult = testsupport::ProgramResult;
 
 // Standard input is empty and no terminal; standard output a pipe.
-CommandResult RunKelvraHost(const std::vector<std::string>& arguments, const Environment& environment = {});
+CommandResult RunKelvraHost(const std::vector<std::string>& arguments, const testsupport::ProgramSettings& settings = {});
 
 // Standard input and output are a terminal; `input` is what the user types.
 CommandResult RunKelvraHostOnTerminal(const std::vector<std::string>& arguments, const std::string& input,
-                                      const Environment& environment);
+                                      const testsupport::ProgramSettings& settings);
+
+// Settings that set or unset these variables.
+testsupport::ProgramSettings WithEnvironment(
+    std::vector<std::pair<std::string, std::optional<std::string>>> variables);
 
 // The lines of `output` that begin with `prefix`.
 std::vector<std::string> LinesStartingWith(const std::string& output, const std::string& prefix);

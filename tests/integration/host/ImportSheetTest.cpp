@@ -57,8 +57,9 @@ TEST_F(ImportSheetTest, AnSvgSheetToo) {
 }
 
 TEST_F(ImportSheetTest, ASheetThatCannotBeWrittenFailsTheRun) {
+    // A name of another kind is a wrong command line: nothing is imported.
     const std::string elsewhere = folder_.Write("sheet.pdf", std::string("old"));
-    EXPECT_EQ(Import(elsewhere).exitStatus, 1);
+    EXPECT_EQ(Import(elsewhere).exitStatus, 2);
     EXPECT_EQ(FileText(elsewhere), "old");
     EXPECT_EQ(Import((folder_.Path() / "no-such-folder" / "sheet.html").string()).exitStatus, 1);
 }

@@ -150,13 +150,14 @@ TEST_F(LibrariesCommandTest, APreferencesFileThatIsNoJsonObjectIsLeftAloneAndFai
 }
 
 TEST_F(LibrariesCommandTest, TheDefaultHomeIsUnderTheUsersDataDirectory) {
-    const kelvra::testing::Environment xdg = {{"XDG_DATA_HOME", In("data")}, {"HOME", In("user")}};
-    const auto fromXdg = RunKelvraHost({"libraries", "--json"}, xdg);
+    const auto fromXdg = RunKelvraHost({"libraries", "--json"},
+                                       kelvra::testing::WithEnvironment({{"XDG_DATA_HOME", In("data")}, {"HOME", In("user")}}));
     EXPECT_EQ(json::parse(fromXdg.output)["home"], In("data/kelvra-host"));
     EXPECT_EQ(json::parse(fromXdg.output)["preferences"], In("data/kelvra-host/preferences.json"));
     // A relative XDG_DATA_HOME is no data directory.
     for (const std::optional<std::string>& data : {std::optional<std::string>(), std::optional<std::string>("rel")}) {
-        const auto fromHome = RunKelvraHost({"libraries", "--json"}, {{"XDG_DATA_HOME", data}, {"HOME", In("user")}});
+        const auto fromHome = RunKelvraHost(
+            {"libraries", "--json"}, kelvra::testing::WithEnvironment({{"XDG_DATA_HOME", data}, {"HOME", In("user")}}));
         EXPECT_EQ(json::parse(fromHome.output)["home"], In("user/.local/share/kelvra-host"));
     }
 }
@@ -189,8 +190,8 @@ TEST_F(LibrariesCommandTest, WrongOptionsAreRefusedWithAReasonAndStatusTwo) {
 TEST_F(LibrariesCommandTest, HelpTellsTheExitStatuses) {
     const auto result = RunKelvraHost({"libraries", "--help"});
     EXPECT_EQ(result.exitStatus, 0);
-    EXPECT_THAT(result.output, HasSubstr("Exit status 0 when every FILE was remembered"));
-    EXPECT_THAT(result.output, HasSubstr("status 2 when an option or argument is wrong"));
+    EXPECT_THAT(result.output, HasSubstr("Exit status: 0 when every FILE was remembered"));
+    EXPECT_THAT(result.output, HasSubstr("2 when the command line was wrong"));
     EXPECT_THAT(result.output, HasSubstr("--folder TYPE=DIR"));
 }
 
@@ -219,13 +220,14 @@ TEST_F(LibrariesCommandTest, ImportShowsTheLibraryDocumentsTheModuleHadOpened) {
     const std::string file = Write("outer.tsw", "open " + library + "\nrgb 1 0 0 Red\n");
     const auto result = RunKelvraHost({"import", "--module", kFormatModule, "--home", In("home"), file});
     EXPECT_EQ(result.exitStatus, 0);
-    EXPECT_THAT(result.output, HasSubstr("document \"outer.tsw\":\n"
+    EXPECT_THAT(result.output, HasSubstr("  default group:\n"
+                                         "    #FF0000 \"Red\": rgb 255 0 0\n"
+                                         "  1 swatch in 1 group, 0 custom colours\n"
+                                         "library document 1 \"library.tsw\":\n"
                                          "  default group:\n"
-                                         "    \"Red\": rgb 1 0 0\n"
-                                         "library document \"library.tsw\":\n"
-                                         "  default group:\n"
-                                         "    \"Mid\": gray 0.5\n"
-                                         "1 file: 1 imported, 0 failed\n"));
+                                         "    #808080 \"Mid\": gray 50%\n"
+                                         "  1 swatch in 1 group, 0 custom colours\n"
+                                         "1 file: 1 imported, 0 not imported;"));
     const json out = json::parse(
         RunKelvraHost({"import", "--module", kFormatModule, "--home", In("home"), "--json", file}).output);
     ASSERT_EQ(out["documents"].size(), 1u);

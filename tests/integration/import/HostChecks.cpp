@@ -86,6 +86,10 @@ std::vector<std::string> Shown(kelvra::Host& host) {
                 shown.push_back("more-info " + std::to_string(event.number) + ": " + event.text);
                 break;
             case kelvra::Event::Kind::Usage: shown.push_back("usage: " + event.category + " / " + event.event); break;
+            // What the host itself saw happen is not something the module showed.
+            case kelvra::Event::Kind::CustomColorRedefined:
+            case kelvra::Event::Kind::CustomColorShared:
+            case kelvra::Event::Kind::EmptySwatchName: break;
         }
     }
     return shown;

@@ -30,6 +30,7 @@ TEST(ScreenColorTest, ChannelsBecomeRoundedClampedBytes) {
     EXPECT_EQ(color::SrgbByte(1.0f), 255);
     EXPECT_EQ(color::SrgbByte(0.5f), 128);  // 127.5 rounds up
     EXPECT_EQ(color::SrgbByte(0.25f), 64);  // 63.75
+    EXPECT_EQ(color::SrgbByte(0.9f), 229);  // 229.49999 in double; 229.5 in float
     EXPECT_EQ(color::SrgbByte(1.5f), 255);
     EXPECT_EQ(color::SrgbByte(-0.5f), 0);
     EXPECT_EQ(color::SrgbByte(std::nanf("")), 0);
