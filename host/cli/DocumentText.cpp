@@ -136,6 +136,8 @@ std::string DocumentText(const json& document, bool chips) {
     return text;
 }
 
+std::string ColourChip(const json& colour) { return Chip(colour, nullptr); }
+
 bool WantsColourChips(bool outputIsTerminal, const char* noColor, const char* term, const char* colorTerm) {
     if (!outputIsTerminal) return false;
     if (noColor != nullptr && *noColor != '\0') return false;

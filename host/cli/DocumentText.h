@@ -21,6 +21,11 @@ namespace kelvra::cli {
 
 std::string DocumentText(const nlohmann::json& document, bool chips);
 
+// The chip of a colour in the swatch JSON form ({"kind": "cmyk", "values":
+// [...]}, also "lab"), with the space after it; a blank of the same width
+// for a colour it cannot show.
+std::string ColourChip(const nlohmann::json& colour);
+
 // Chips go only to a terminal that shows 24-bit colour (COLORTERM
 // "truecolor" or "24bit"), never when NO_COLOR is set and not empty or when
 // TERM is "dumb". Null pointers stand for unset variables.

@@ -1,6 +1,7 @@
 #include "ImportCommand.h"
 
 #include "DocumentText.h"
+#include "EventsSince.h"
 #include "ImportReport.h"
 
 #include <kelvra/DocumentJson.h>
@@ -27,14 +28,6 @@ bool AskOnTerminal(const std::string& question) {
 void AnswerQuestions(Host& host, const ImportOptions& options) {
     if (options.answer) host.AnswerQuestions(*options.answer);
     else if (isatty(STDIN_FILENO)) host.AnswerQuestions(AskOnTerminal);
-}
-
-// The events logged since `from`, which then moves past them.
-std::vector<Event> EventsSince(Host& host, std::size_t& from) {
-    const std::vector<Event>& all = host.Events().All();
-    std::vector<Event> events(all.begin() + std::ptrdiff_t(from), all.end());
-    from = all.size();
-    return events;
 }
 
 // Offers the file to every format, then has the first that accepted read
@@ -84,15 +77,15 @@ ImportReport RunImport(const ImportOptions& options) {
     }
     std::size_t seen = 0;
     report.startup = module->Startup();
-    report.startupEvents = EventsSince(host, seen);
+    report.startupEvents = EventsSince(host.Events(), seen);
     if (report.startup != kZPNoErr) return report;
     Document* placeInto = options.place ? &host.Documents().New("Untitled") : nullptr;
     for (const std::filesystem::path& file : options.files) {
         report.files.push_back(ImportFile(host, *module, file, placeInto));
-        report.files.back().events = EventsSince(host, seen);
+        report.files.back().events = EventsSince(host.Events(), seen);
     }
     report.shutdown = module->Shutdown();
-    report.shutdownEvents = EventsSince(host, seen);
+    report.shutdownEvents = EventsSince(host.Events(), seen);
     for (const Document* document : host.Documents().All()) report.documents.push_back(ToJson(*document));
     return report;
 }

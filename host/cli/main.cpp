@@ -1,5 +1,6 @@
 // kelvra-host: the emulated host as a command.
 #include "ImportCommand.h"
+#include "LookupCommand.h"
 #include "RunCommand.h"
 #include "ValidateCommand.h"
 
@@ -57,7 +58,29 @@ int main(int argc, char** argv) {
         ->check(CLI::IsMember({"yes", "no"}));
     importCommand->add_flag("--json", import.json, "print the same as one JSON object (see host/README.md)");
 
+    kelvra::cli::LookupOptions lookup;
+    std::string lookupModule = module;
+    CLI::App* lookupCommand = app.add_subcommand(
+        "lookup",
+        "Start the module and, acting as another plug-in of its suite \"KV Tintora Suite\", read FILE into a new "
+        "reference book: IsColorBookFile on a read data filter of FILE chooses ReadColorBook (a colour book) or "
+        "ReadLegacyColorBook (an XML swatchbook). Prints each call with its result code (four characters when "
+        "printable, else decimal; success 0; 'refused' when the module's entry is null), the book id, and for each "
+        "NAME (the full name, prefix and postfix included) its colour — model, values 0..1 (Lab L 0..100), spot or "
+        "process — or NAM?, with a colour chip on a terminal that shows 24-bit colour; then what the user was "
+        "shown (the read error when the file cannot be read). Exit status 0 when the book was read and every "
+        "NAME found, 1 otherwise.");
+    lookupCommand->add_option("FILE", lookup.file, "a colour book or an XML swatchbook")->required();
+    lookupCommand->add_option("NAME", lookup.names, "full swatch names to look up");
+    lookupCommand->add_option("--module", lookupModule, "the module file (default: the module of this build)")
+        ->capture_default_str();
+    lookupCommand->add_flag("--json", lookup.json, "print the same as one JSON object (see host/README.md)");
+
     CLI11_PARSE(app, argc, argv);
+    if (lookupCommand->parsed()) {
+        lookup.module = lookupModule;
+        return kelvra::cli::Lookup(lookup);
+    }
     if (runCommand->parsed()) return kelvra::cli::Run(run);
     if (importCommand->parsed()) {
         import.module = module;
