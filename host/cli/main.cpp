@@ -26,6 +26,10 @@ int main(int argc, char** argv) {
         "validate",
         "Check that MODULE keeps the rules of a module, each check in its own child process with a time limit. "
         "One line per check: pass, fail or crash, its id and a detail; then 'N passed, N failed'. "
+        "A module that publishes a suite for other plug-ins is also checked for it (published under its name and "
+        "version with every entry set and other versions refused, emptied at unload, still published and empty "
+        "after reload, withdrawn with every block given back at shut-down, the save notification handled); for "
+        "a module that publishes none these checks pass as not applicable. "
         "Exit status 0 only when every check passed.");
     validateCommand->add_option("MODULE", validate.module, "the module file")->required();
     validateCommand->add_flag("--json", validate.json, "print the same as one JSON object (see host/README.md)");
