@@ -22,6 +22,10 @@ HostStringTable& Host::HostStrings() { return state_->hostStrings; }
 
 DocumentList& Host::Documents() { return state_->documents; }
 
+HostFolders& Host::Folders() { return state_->folders; }
+
+HostPreferences& Host::Preferences() { return state_->preferences; }
+
 std::vector<SuiteCount> Host::SuiteCounts() const { return state_->suites.Counts(); }
 
 std::uint64_t Host::SuitesHeld() const {

@@ -49,6 +49,8 @@ struct HostState {
     std::vector<std::unique_ptr<Module>> modules;
     std::vector<MessageRecord> messages;
     DocumentList documents;
+    HostFolders folders;
+    HostPreferences preferences;
 
     HandleTable<HostString> strings;
     HandleTable<HostFilePath> filePaths;

@@ -15,6 +15,8 @@
 #include "FaultInjector.h"
 #include "HostClock.h"
 #include "HostError.h"
+#include "HostFolders.h"
+#include "HostPreferences.h"
 #include "HostStringTable.h"
 #include "Module.h"
 #include "SuiteCount.h"
@@ -102,6 +104,11 @@ public:
     HostStringTable& HostStrings();
     // The open documents and the current one (DocumentList.h).
     DocumentList& Documents();
+    // The directories of the host folder types ("KV Folders Suite").
+    HostFolders& Folders();
+    // The preferences file ("KV Preference Suite") and the remembered
+    // library files.
+    HostPreferences& Preferences();
 
     std::vector<SuiteCount> SuiteCounts() const;
     // Acquisitions not yet released, over all suites.

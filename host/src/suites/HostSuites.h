@@ -37,9 +37,9 @@ const void* KVFileFormatSuiteTable();
 const void* KVSwatchListSuiteTable();
 const void* KVSwatchGroupSuiteTable();
 const void* KVCustomColorSuiteTable();
-// Not yet implemented: every slot answers kNotYetAvailableErr.
 const void* KVFoldersSuiteTable();
 const void* KVPreferenceSuiteTable();
+// Not yet implemented: every slot answers kNotYetAvailableErr.
 const void* KVPathStyleSuiteTable();
 const void* KVSwatchLibrariesSuiteTable();
 // The suites a module only holds (KVHeldSuites.h) share one table.

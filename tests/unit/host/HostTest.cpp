@@ -65,8 +65,8 @@ TEST_F(HostTest, EverySuiteTheModuleAcquiresIsThere) {
 }
 
 TEST_F(HostTest, FunctionsOfLaterWorkAnswerNotYetAvailable) {
-    const auto* folders = Acquire<KVFoldersSuite>(host, kKVFoldersSuite, 5);
-    EXPECT_EQ(folders->FindFolder(1, 0, nullptr), ZP_FOURCC('!', 'I', 'M', 'P'));
+    const auto* libraries = Acquire<KVSwatchLibrariesSuite>(host, kKVSwatchLibrariesSuite, 8);
+    EXPECT_EQ(libraries->HandleSwatchLibraryFile(nullptr), ZP_FOURCC('!', 'I', 'M', 'P'));
 }
 
 TEST_F(HostTest, CountsAcquisitionsAndReleases) {
