@@ -25,13 +25,17 @@ bool AskOnTerminal(const std::string& question) {
     }
 }
 
-void AnswerQuestions(Host& host, const ImportOptions& options) {
-    if (options.answer) host.AnswerQuestions(*options.answer);
+}  // namespace
+
+void AnswerQuestions(Host& host, std::optional<bool> answer) {
+    if (answer) host.AnswerQuestions(*answer);
     else if (isatty(STDIN_FILENO)) host.AnswerQuestions(AskOnTerminal);
 }
 
-// Offers the file to every format, then has the first that accepted read
-// it: into `placeInto`, or else into a new document named after the file.
+namespace {
+
+}  // namespace
+
 FileImport ImportFile(Host& host, Module& module, const std::filesystem::path& file, Document* placeInto) {
     FileImport result;
     result.file = file;
@@ -63,9 +67,11 @@ FileImport ImportFile(Host& host, Module& module, const std::filesystem::path& f
     return result;
 }
 
+namespace {
+
 ImportReport RunImport(const ImportOptions& options) {
     Host host;
-    AnswerQuestions(host, options);
+    AnswerQuestions(host, options.answer);
     ImportReport report;
     report.module = options.module;
     Module* module = nullptr;

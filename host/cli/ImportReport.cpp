@@ -24,7 +24,9 @@ std::string GoText(const FileImport& file) {
            Quoted(file.document) + " -> " + ResultText(file.go->result) + "\n";
 }
 
-std::string FileText(const FileImport& file) {
+}  // namespace
+
+std::string FileImportText(const FileImport& file) {
     std::string text = "file: " + file.file.string() + "\n";
     if (file.missing) return text + "  no such file\n";
     for (const FormatMessage& check : file.checks)
@@ -35,13 +37,17 @@ std::string FileText(const FileImport& file) {
     return text;
 }
 
+namespace {
+
 std::string Plural(std::size_t count, const char* word) {
     return std::to_string(count) + " " + word + (count == 1 ? "" : "s");
 }
 
 json Result(ZPErr result) { return {{"result", result}, {"resultText", ResultText(result)}}; }
 
-json FileJson(const FileImport& file) {
+}  // namespace
+
+json FileImportJson(const FileImport& file) {
     json checks = json::array();
     for (const FormatMessage& check : file.checks) {
         json entry = Result(check.result);
@@ -59,8 +65,6 @@ json FileJson(const FileImport& file) {
             {"go", std::move(go)},        {"events", ToJson(file.events)}, {"failed", file.Failed()}};
 }
 
-}  // namespace
-
 std::size_t ImportReport::FailedFiles() const {
     return std::size_t(std::count_if(files.begin(), files.end(), [](const FileImport& f) { return f.Failed(); }));
 }
@@ -71,7 +75,7 @@ std::string ImportText(const ImportReport& report, bool chips) {
     text += "  ZP Interface / Startup -> " + ResultText(report.startup) + "\n";
     AddEvents(text, report.startupEvents);
     if (report.startup != 0) return text + "start-up failed: no file was offered\n";
-    for (const FileImport& file : report.files) text += FileText(file);
+    for (const FileImport& file : report.files) text += FileImportText(file);
     if (report.shutdown) {
         text += "shut-down:\n  ZP Interface / Shutdown -> " + ResultText(*report.shutdown) + "\n";
         AddEvents(text, report.shutdownEvents);
@@ -91,7 +95,7 @@ json ImportJson(const ImportReport& report) {
     out["startup"] = Result(report.startup);
     out["startup"]["events"] = ToJson(report.startupEvents);
     out["files"] = json::array();
-    for (const FileImport& file : report.files) out["files"].push_back(FileJson(file));
+    for (const FileImport& file : report.files) out["files"].push_back(FileImportJson(file));
     out["shutdown"] = nullptr;
     if (report.shutdown) {
         out["shutdown"] = Result(*report.shutdown);

@@ -46,6 +46,9 @@ struct ImportReport {
 };
 
 std::string ImportText(const ImportReport& report, bool chips);
+// One file's part of both forms: its checks, its Go and its events.
+std::string FileImportText(const FileImport& file);
+nlohmann::json FileImportJson(const FileImport& file);
 nlohmann::json ImportJson(const ImportReport& report);
 
 }  // namespace kelvra::cli

@@ -1,10 +1,13 @@
 // kelvra-host: the emulated host as a command.
+#include "ExportCommand.h"
 #include "ImportCommand.h"
 #include "LookupCommand.h"
 #include "RunCommand.h"
 #include "ValidateCommand.h"
 
 #include <CLI/CLI.hpp>
+
+#include <iostream>
 
 int main(int argc, char** argv) {
     CLI::App app{"kelvra-host: the emulated Kelvra host. Loads a module file as the host would, "
@@ -80,7 +83,48 @@ int main(int argc, char** argv) {
         ->capture_default_str();
     lookupCommand->add_flag("--json", lookup.json, "print the same as one JSON object (see host/README.md)");
 
+    kelvra::cli::ExportOptions exportOptions;
+    std::string exportModule = module;
+    std::string exportAnswer;
+    std::string exportDocument;
+    CLI::App* exportCommand = app.add_subcommand(
+        "export",
+        "Start the module and, acting as another plug-in of its suite \"KV Tintora Suite\", write the swatches of "
+        "a document to OUT as a swatch exchange file with ExportSwatches through a write data filter: the "
+        "document is made by placing every FILE into one new document \"Untitled\" through the module's "
+        "registered file formats (as import --place does), or read from the host's document file DOC.kv (the "
+        "document JSON of host/README.md). The filter writes a temporary file beside OUT that replaces OUT only "
+        "when the export answered 0 (UnlinkDataFilter); after a failed export it is discarded "
+        "(DiscardDataFilter), so an existing OUT stays as it was. When a FILE cannot be imported nothing is "
+        "exported. Prints each message and call with its result code, the document's swatches (with colour "
+        "chips on a terminal that shows 24-bit colour) and what the user was shown, then 'written: OUT (N "
+        "bytes)' or 'not written: OUT left as it was' (or 'not made'). Exit status 0 when OUT was written, "
+        "1 otherwise.");
+    exportCommand->add_option("-o,--output", exportOptions.output, "the swatch exchange file to write (OUT.ose)")
+        ->required();
+    CLI::Option* exportFiles = exportCommand->add_option("FILE", exportOptions.files, "files to place into the document");
+    CLI::Option* documentOption =
+        exportCommand->add_option("--document", exportDocument, "the host's document file to export (DOC.kv)");
+    exportFiles->excludes(documentOption);
+    exportCommand->add_option("--module", exportModule, "the module file (default: the module of this build)")
+        ->capture_default_str();
+    exportCommand
+        ->add_option("--answer", exportAnswer,
+                     "answer every question so (default: ask on the terminal when standard input is one, else yes)")
+        ->check(CLI::IsMember({"yes", "no"}));
+    exportCommand->add_flag("--json", exportOptions.json, "print the same as one JSON object (see host/README.md)");
+
     CLI11_PARSE(app, argc, argv);
+    if (exportCommand->parsed()) {
+        if (exportFiles->count() == 0 && documentOption->count() == 0) {
+            std::cerr << "export: give the FILEs to export or --document DOC.kv\n";
+            return 2;
+        }
+        exportOptions.module = exportModule;
+        if (documentOption->count() != 0) exportOptions.document = exportDocument;
+        if (!exportAnswer.empty()) exportOptions.answer = exportAnswer == "yes";
+        return kelvra::cli::Export(exportOptions);
+    }
     if (lookupCommand->parsed()) {
         lookup.module = lookupModule;
         return kelvra::cli::Lookup(lookup);

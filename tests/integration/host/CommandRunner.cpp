@@ -2,10 +2,12 @@
 
 #include <fcntl.h>
 #include <pty.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <termios.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <cstdlib>
 #include <sstream>
 
@@ -17,7 +19,8 @@ namespace {
 // `out`, standard error going nowhere; collects what `from` delivers until
 // it ends.
 CommandResult Run(const std::vector<std::string>& arguments, int in, int out, int from,
-                  const std::vector<std::pair<std::string, std::optional<std::string>>>& environment) {
+                  const std::vector<std::pair<std::string, std::optional<std::string>>>& environment,
+                  rlim_t fileSizeLimit = RLIM_INFINITY) {
     std::vector<std::string> words = {KELVRA_HOST};
     words.insert(words.end(), arguments.begin(), arguments.end());
     std::vector<char*> argv;
@@ -29,6 +32,12 @@ CommandResult Run(const std::vector<std::string>& arguments, int in, int out, in
         for (const auto& [name, value] : environment) {
             if (value) setenv(name.c_str(), value->c_str(), 1);
             else unsetenv(name.c_str());
+        }
+        if (fileSizeLimit != RLIM_INFINITY) {
+            // A write past the limit then fails with EFBIG instead of ending the process.
+            signal(SIGXFSZ, SIG_IGN);
+            const rlimit limit{fileSizeLimit, fileSizeLimit};
+            setrlimit(RLIMIT_FSIZE, &limit);
         }
         dup2(in, STDIN_FILENO);
         dup2(out, STDOUT_FILENO);
@@ -58,6 +67,13 @@ CommandResult RunKelvraHost(const std::vector<std::string>& arguments) {
     if (pipe(out) != 0) return {};
     const int empty = open("/dev/null", O_RDONLY);
     return Run(arguments, empty, out[1], out[0], {});
+}
+
+CommandResult RunKelvraHostWithFileSizeLimit(const std::vector<std::string>& arguments, std::size_t bytes) {
+    int out[2];
+    if (pipe(out) != 0) return {};
+    const int empty = open("/dev/null", O_RDONLY);
+    return Run(arguments, empty, out[1], out[0], {}, rlim_t(bytes));
 }
 
 CommandResult RunKelvraHostOnTerminal(const std::vector<std::string>& arguments, const std::string& input,

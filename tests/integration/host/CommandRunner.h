@@ -2,6 +2,7 @@
 // standard output and its exit status.
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <utility>
@@ -16,6 +17,10 @@ struct CommandResult {
 
 // Standard input is empty and no terminal; standard output a pipe.
 CommandResult RunKelvraHost(const std::vector<std::string>& arguments);
+
+// As RunKelvraHost, with every file the command writes limited to `bytes`:
+// a write past that fails, as on a full disk.
+CommandResult RunKelvraHostWithFileSizeLimit(const std::vector<std::string>& arguments, std::size_t bytes);
 
 // Standard input and output are a terminal; `input` is what the user types.
 // Each variable of `environment` is set, or unset when it has no value.
