@@ -71,4 +71,8 @@ void WriteEvent(std::ostream& out, const Event& event, std::string_view indent) 
     out << '\n';
 }
 
+void WriteEvents(std::ostream& out, const std::vector<Event>& events) {
+    for (const Event& event : events) WriteEvent(out, event, "  ");
+}
+
 }  // namespace kelvra::cli

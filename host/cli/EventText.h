@@ -17,10 +17,13 @@
 
 #include <ostream>
 #include <string_view>
+#include <vector>
 
 namespace kelvra::cli {
 
 // Writes the event after `indent`, with a line break after each line.
 void WriteEvent(std::ostream& out, const Event& event, std::string_view indent);
+// Each event indented under the step it belongs to.
+void WriteEvents(std::ostream& out, const std::vector<Event>& events);
 
 }  // namespace kelvra::cli

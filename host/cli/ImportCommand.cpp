@@ -2,6 +2,7 @@
 
 #include "DialogText.h"
 #include "DocumentSheet.h"
+#include "EventsSince.h"
 #include "ImportReport.h"
 
 #include <CommandLine.h>
@@ -26,19 +27,6 @@ bool AskOnTerminal(const std::string& question) {
         if (!std::getline(std::cin, line) || line.empty() || line == "y" || line == "yes") return true;
         if (line == "n" || line == "no") return false;
     }
-}
-
-void AnswerQuestions(Host& host, const ImportOptions& options) {
-    if (options.answer) host.AnswerQuestions(*options.answer);
-    else if (isatty(STDIN_FILENO)) host.AnswerQuestions(AskOnTerminal);
-}
-
-// The events logged since `from`, which then moves past them.
-std::vector<Event> EventsSince(Host& host, std::size_t& from) {
-    const std::vector<Event>& all = host.Events().All();
-    std::vector<Event> events(all.begin() + std::ptrdiff_t(from), all.end());
-    from = all.size();
-    return events;
 }
 
 std::size_t IndexOf(Host& host, const Document& document) {
@@ -66,10 +54,13 @@ Holdings HoldingsOf(const Document& document) {
     return {document.Groups().size(), document.SwatchCount(), document.CustomColors().size()};
 }
 
-// Offers the file to every format, then has the first that accepted read
-// it: into `placeInto`, or else into a new document named after the file.
-// A file that is not there, or is a directory, is not offered, as the
-// host's open dialog would not offer it.
+}  // namespace
+
+void AnswerQuestions(Host& host, std::optional<bool> answer) {
+    if (answer) host.AnswerQuestions(*answer);
+    else if (isatty(STDIN_FILENO)) host.AnswerQuestions(AskOnTerminal);
+}
+
 FileImport ImportFile(Host& host, const std::filesystem::path& file, Document* placeInto, std::size_t& seen) {
     FileImport result;
     result.file = file;
@@ -94,7 +85,7 @@ FileImport ImportFile(Host& host, const std::filesystem::path& file, Document* p
     };
     FormatOpening opening = host.OpenWithFormats(file, target);
     result.checks = std::move(opening.checks);
-    result.events = EventsSince(host, seen);
+    result.events = EventsSince(host.Events(), seen);
     if (!opening.go) {
         result.status = FileImport::Status::NoFormat;
         return result;
@@ -119,10 +110,12 @@ FileImport ImportFile(Host& host, const std::filesystem::path& file, Document* p
     return result;
 }
 
+namespace {
+
 ImportReport RunImport(const ImportOptions& options) {
     Host host;
     ApplyHostSetup(Resolved(options.setup), host);
-    AnswerQuestions(host, options);
+    AnswerQuestions(host, options.answer);
     ImportReport report;
     report.module = options.module;
     Module* module = nullptr;
@@ -134,14 +127,14 @@ ImportReport RunImport(const ImportOptions& options) {
     }
     std::size_t seen = 0;
     report.startup = module->Startup();
-    report.startupEvents = EventsSince(host, seen);
+    report.startupEvents = EventsSince(host.Events(), seen);
     if (report.startup != kZPNoErr) return report;
     Document* placeInto = options.place ? &host.Documents().New("Untitled") : nullptr;
     for (const std::filesystem::path& file : options.files) {
         report.files.push_back(ImportFile(host, file, placeInto, seen));
     }
     report.shutdown = module->Shutdown();
-    report.shutdownEvents = EventsSince(host, seen);
+    report.shutdownEvents = EventsSince(host.Events(), seen);
     for (const Document* document : host.Documents().All()) {
         (host.Documents().IsHidden(*document) ? report.libraryDocuments : report.documents)
             .push_back(ToJson(*document));

@@ -4,7 +4,10 @@
 #pragma once
 
 #include "HostSetup.h"
+#include "ImportReport.h"
 #include "TerminalColor.h"
+
+#include <kelvra/Host.h>
 
 #include <filesystem>
 #include <optional>
@@ -26,6 +29,17 @@ struct ImportOptions {
 // The module of the same build: plugin/Tintora.so beside the folder of the
 // running kelvra-host.
 std::filesystem::path DefaultModule();
+
+// Questions are answered `answer`; without one they are asked on the
+// terminal when standard input is one, else answered yes.
+void AnswerQuestions(Host& host, std::optional<bool> answer);
+
+// Offers `file` to every format the started module registered, then has
+// the first that accepted read it: into `placeInto`, or else into a new
+// document named after the file. A file that is not there, or is a
+// directory, is not offered, as the host's open dialog would not offer it.
+// The events logged past `seen` become the file's, and `seen` moves past them.
+FileImport ImportFile(Host& host, const std::filesystem::path& file, Document* placeInto, std::size_t& seen);
 
 // 0 when the module started, every file was imported (a format accepted it,
 // "KV Go" answered 0 and the document received something) and the sheet, if

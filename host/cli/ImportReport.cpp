@@ -2,6 +2,7 @@
 
 #include "DocumentText.h"
 #include "EventText.h"
+#include "ResultJson.h"
 
 #include <kelvra/EventJson.h>
 #include <kelvra/ResultText.h>
@@ -15,10 +16,6 @@ namespace {
 using nlohmann::json;
 
 void WriteQuoted(std::ostream& out, const std::string& text) { out << json(text).dump(); }
-
-void WriteEvents(std::ostream& out, const std::vector<Event>& events) {
-    for (const Event& event : events) WriteEvent(out, event, "  ");
-}
 
 // Why a file was not imported, for the text and the JSON alike.
 std::string Reason(const FileImport& file) {
@@ -49,18 +46,6 @@ void WriteReceived(std::ostream& out, const Received& received) {
     out << " made, " << received.customColorsRedefined << " redefined\n";
 }
 
-void WriteFile(std::ostream& out, const FileImport& file) {
-    out << "file: " << file.file.string() << '\n';
-    for (const FormatMessage& check : file.checks) {
-        WriteQuoted(out << "  KV Check ", check.format);
-        out << " -> " << ResultText(check.result) << '\n';
-    }
-    if (file.go) WriteGo(out, file);
-    WriteEvents(out, file.events);
-    if (file.go) WriteReceived(out, file.received);
-    if (file.Failed()) out << "  not imported: " << Reason(file) << '\n';
-}
-
 // The file a document was opened as; empty for a document files were placed into.
 std::string SourceOf(const ImportReport& report, std::size_t document) {
     for (const FileImport& file : report.files) {
@@ -89,19 +74,31 @@ void WriteTotals(std::ostream& out, const ImportReport& report) {
     out << '\n';
 }
 
-json Result(ZPErr result) { return {{"result", result}, {"resultText", ResultText(result)}}; }
+}  // namespace
 
-json FileJson(const FileImport& file) {
+void WriteFileImport(std::ostream& out, const FileImport& file) {
+    out << "file: " << file.file.string() << '\n';
+    for (const FormatMessage& check : file.checks) {
+        WriteQuoted(out << "  KV Check ", check.format);
+        out << " -> " << ResultText(check.result) << '\n';
+    }
+    if (file.go) WriteGo(out, file);
+    WriteEvents(out, file.events);
+    if (file.go) WriteReceived(out, file.received);
+    if (file.Failed()) out << "  not imported: " << Reason(file) << '\n';
+}
+
+json FileImportJson(const FileImport& file) {
     json checks = json::array();
     for (const FormatMessage& check : file.checks) {
-        json entry = Result(check.result);
+        json entry = ResultJson(check.result);
         entry["format"] = check.format;
         checks.push_back(std::move(entry));
     }
     json go = nullptr;
     json received = nullptr;
     if (file.go) {
-        go = Result(file.go->result);
+        go = ResultJson(file.go->result);
         go["format"] = file.go->format;
         go["placed"] = file.placed;
         go["document"] = file.documentName;
@@ -121,8 +118,6 @@ json FileJson(const FileImport& file) {
             {"events", ToJson(file.events)},
             {"failed", file.Failed()}};
 }
-
-}  // namespace
 
 const char* StatusName(FileImport::Status status) {
     switch (status) {
@@ -152,7 +147,7 @@ void WriteImportText(std::ostream& out, const ImportReport& report, ChipDepth ch
         out << "start-up failed: no file was offered\n";
         return;
     }
-    for (const FileImport& file : report.files) WriteFile(out, file);
+    for (const FileImport& file : report.files) WriteFileImport(out, file);
     if (report.shutdown) {
         out << "shut-down:\n  ZP Interface / Shutdown -> " << ResultText(*report.shutdown) << '\n';
         WriteEvents(out, report.shutdownEvents);
@@ -172,13 +167,13 @@ json ImportJson(const ImportReport& report) {
         out["error"] = report.refusal;
         return out;
     }
-    out["startup"] = Result(report.startup);
+    out["startup"] = ResultJson(report.startup);
     out["startup"]["events"] = ToJson(report.startupEvents);
     out["files"] = json::array();
-    for (const FileImport& file : report.files) out["files"].push_back(FileJson(file));
+    for (const FileImport& file : report.files) out["files"].push_back(FileImportJson(file));
     out["shutdown"] = nullptr;
     if (report.shutdown) {
-        out["shutdown"] = Result(*report.shutdown);
+        out["shutdown"] = ResultJson(*report.shutdown);
         out["shutdown"]["events"] = ToJson(report.shutdownEvents);
     }
     out["documents"] = report.documents;

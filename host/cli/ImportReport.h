@@ -71,6 +71,10 @@ struct ImportReport {
 };
 
 void WriteImportText(std::ostream& out, const ImportReport& report, ChipDepth chips);
+// One file's part of both forms: its checks, its Go, its events, what the
+// document received and why it was not imported.
+void WriteFileImport(std::ostream& out, const FileImport& file);
+nlohmann::json FileImportJson(const FileImport& file);
 nlohmann::json ImportJson(const ImportReport& report);
 
 }  // namespace kelvra::cli

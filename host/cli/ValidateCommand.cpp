@@ -1,6 +1,7 @@
 #include "ValidateCommand.h"
 
 #include "ChildProcess.h"
+#include "SuiteChecks.h"
 #include "ValidationChecks.h"
 
 #include <CommandLine.h>
@@ -115,6 +116,7 @@ int Validate(const ValidateOptions& options) {
     std::vector<CheckResult> observationFailures;
     if (loadable) {
         for (Check& check : BehaviourChecks()) checks.push_back(std::move(check));
+        for (Check& check : SuiteChecks()) checks.push_back(std::move(check));
         for (Check& check : MissingSuiteChecks(options, observationFailures)) checks.push_back(std::move(check));
     }
     for (CheckResult& failure : observationFailures) reporter.Add(std::move(failure));

@@ -1,6 +1,8 @@
 // kelvra-host: the emulated host as a command.
+#include "ExportCommand.h"
 #include "ImportCommand.h"
 #include "LibrariesCommand.h"
+#include "LookupCommand.h"
 #include "RunCommand.h"
 #include "TerminalColor.h"
 #include "ValidateCommand.h"
@@ -58,7 +60,11 @@ int main(int argc, char** argv) {
     CLI::App* validateCommand = app.add_subcommand(
         "validate",
         "Check that MODULE keeps the rules of a module, each check in its own child process with a time limit. "
-        "One line per check: pass, fail or crash, its id and a detail; then 'N passed, N failed'.");
+        "One line per check: pass, fail or crash, its id and a detail; then 'N passed, N failed'. "
+        "A module that publishes a suite for other plug-ins is also checked for it (published under its name and "
+        "version with every entry set and other versions refused, emptied at unload, still published and empty "
+        "after reload, withdrawn with every block given back at shut-down, the save notification handled); for "
+        "a module that publishes none these checks pass as not applicable.");
     validateCommand->add_option("MODULE", validate.module, "the module file")->required();
     validateCommand->add_flag("--json", validate.json, "print the same as one JSON object (see host/README.md)");
     validateCommand->add_flag("--only-failed", validate.onlyFailed, "hide the checks that passed");
@@ -119,7 +125,80 @@ int main(int argc, char** argv) {
         "when every FILE was remembered and the remembered list reads without a failure",
         "when a FILE could not be remembered or an entry of the list cannot be read"));
 
+    kelvra::cli::LookupOptions lookup;
+    std::string lookupModule = module;
+    CLI::App* lookupCommand = app.add_subcommand(
+        "lookup",
+        "Start the module and, acting as another plug-in of its suite \"KV Tintora Suite\", read FILE into a new "
+        "reference book: IsColorBookFile on a read data filter of FILE chooses ReadColorBook (a colour book) or "
+        "ReadLegacyColorBook (an XML swatchbook). Prints each call with its result code (four characters when "
+        "printable, else decimal; success 0; 'refused' when the module's entry is null), the book id, and for each "
+        "NAME (the full name, prefix and postfix included) its colour — the sRGB hex it shows, its values in a "
+        "person's units, spot or process — or NAM?, with a colour chip when colour is wanted (--color); then what "
+        "the user was shown (the read error when the file cannot be read).");
+    lookupCommand->add_option("FILE", lookup.file, "a colour book or an XML swatchbook")->required();
+    lookupCommand->add_option("NAME", lookup.names, "full swatch names to look up");
+    lookupCommand->add_option("--module", lookupModule, "the module file (default: the module of this build)")
+        ->capture_default_str();
+    lookupCommand->add_flag("--json", lookup.json, "print the same as one JSON object (see host/README.md)");
+    kelvra::cli::AddHostSetupOptions(*lookupCommand, lookup.setup);
+    kelvra::cli::AddColorOption(*lookupCommand, lookup.color);
+    lookupCommand->footer(commandline::ExitStatusHelp(
+        "when the book was read and every NAME found",
+        "when the module file was refused, its start-up failed, the suite could not be acquired, the file is not "
+        "there or could not be read, a NAME was not found, or the book could not be disposed of"));
+
+    kelvra::cli::ExportOptions exportOptions;
+    std::string exportModule = module;
+    std::string exportAnswer;
+    std::string exportDocument;
+    CLI::App* exportCommand = app.add_subcommand(
+        "export",
+        "Start the module and, acting as another plug-in of its suite \"KV Tintora Suite\", write the swatches of "
+        "a document to OUT as a swatch exchange file with ExportSwatches through a write data filter: the "
+        "document is made by placing every FILE into one new document \"Untitled\" through the module's "
+        "registered file formats (as import --place does), or read from the host's document file DOC.kv (the "
+        "document JSON of host/README.md). The filter writes a temporary file beside OUT that replaces OUT only "
+        "when the export answered 0 (UnlinkDataFilter); after a failed export it is discarded "
+        "(DiscardDataFilter), so an existing OUT stays as it was. When a FILE cannot be imported nothing is "
+        "exported. Prints each message and call with its result code, the document's swatches (with colour "
+        "chips when colour is wanted, --color) and what the user was shown, then 'written: OUT (N bytes)' or "
+        "'not written: OUT left as it was' (or 'not made').");
+    exportCommand->add_option("-o,--output", exportOptions.output, "the swatch exchange file to write (OUT.ose)")
+        ->required();
+    CLI::Option* exportFiles = exportCommand->add_option("FILE", exportOptions.files, "files to place into the document");
+    CLI::Option* documentOption =
+        exportCommand->add_option("--document", exportDocument, "the host's document file to export (DOC.kv)");
+    exportFiles->excludes(documentOption);
+    exportCommand->add_option("--module", exportModule, "the module file (default: the module of this build)")
+        ->capture_default_str();
+    exportCommand
+        ->add_option("--answer", exportAnswer,
+                     "answer every question so (default: ask on the terminal when standard input is one, else yes)")
+        ->check(CLI::IsMember({"yes", "no"}));
+    exportCommand->add_flag("--json", exportOptions.json, "print the same as one JSON object (see host/README.md)");
+    kelvra::cli::AddHostSetupOptions(*exportCommand, exportOptions.setup);
+    kelvra::cli::AddColorOption(*exportCommand, exportOptions.color);
+    exportCommand->footer(commandline::ExitStatusHelp(
+        "when the document was made or read and OUT written",
+        "when the module file was refused, its start-up failed, the suite could not be acquired, a FILE was not "
+        "imported, DOC.kv could not be read, or the export failed (OUT is then left as it was)"));
+
     if (const auto answered = commandline::Parse(app, argc, argv, std::cout, std::cerr)) return *answered;
+    if (exportCommand->parsed()) {
+        if (exportFiles->count() == 0 && documentOption->count() == 0) {
+            std::cerr << "kelvra-host export: give the FILEs to export or --document DOC.kv\n";
+            return commandline::kCannotRun;
+        }
+        exportOptions.module = exportModule;
+        if (documentOption->count() != 0) exportOptions.document = exportDocument;
+        if (!exportAnswer.empty()) exportOptions.answer = exportAnswer == "yes";
+        return kelvra::cli::Export(exportOptions);
+    }
+    if (lookupCommand->parsed()) {
+        lookup.module = lookupModule;
+        return kelvra::cli::Lookup(lookup);
+    }
     if (runCommand->parsed()) return kelvra::cli::Run(run);
     if (librariesCommand->parsed()) return kelvra::cli::Libraries(libraries);
     if (importCommand->parsed()) {

@@ -3,6 +3,7 @@
 #include <kelvra/HostError.h>
 
 #include "UnicodeText.h"
+#include "WholeFile.h"
 
 #include <cmath>
 #include <cstdlib>
@@ -278,6 +279,18 @@ std::unique_ptr<Document> DocumentFromJson(const json& json) {
         for (std::size_t i = 0; i < groups.size(); ++i) ReadGroup(*document, groups[i], At("groups", i), i == 0);
     }
     return document;
+}
+
+std::unique_ptr<Document> ReadDocumentFile(const std::filesystem::path& file) {
+    const std::optional<std::string> text = ReadWholeFile(file);
+    if (!text) throw HostError(file.string() + ": cannot be read");
+    const json parsed = json::parse(*text, nullptr, false);
+    if (parsed.is_discarded()) throw HostError(file.string() + ": not JSON");
+    try {
+        return DocumentFromJson(parsed);
+    } catch (const HostError& error) {
+        throw HostError(file.string() + ": " + error.what());
+    }
 }
 
 }  // namespace kelvra

@@ -60,6 +60,17 @@ std::vector<NotifierRecord> Host::Notifiers() const { return state_->notifiers.C
 
 std::vector<FileFormatRecord> Host::FileFormats() const { return state_->fileFormats.CopiesInOrder(); }
 
+std::vector<PublishedSuite> Host::PublishedSuites() const {
+    std::vector<PublishedSuite> published;
+    for (const SuiteRegistry::Publication& suite : state_->suites.Published()) {
+        PublishedSuite entry{suite.name, suite.version, suite.publisher, suite.table, std::nullopt};
+        const auto block = state_->blocks.find(const_cast<void*>(suite.table));
+        if (block != state_->blocks.end()) entry.tableSize = block->second.size;
+        published.push_back(std::move(entry));
+    }
+    return published;
+}
+
 void Host::AnswerQuestions(std::function<bool(const std::string&)> policy) {
     state_->answerQuestion = std::move(policy);
 }

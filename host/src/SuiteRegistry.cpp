@@ -33,6 +33,15 @@ std::vector<const void*> SuiteRegistry::Withdraw(const Module* publisher) {
     return tables;
 }
 
+std::vector<SuiteRegistry::Publication> SuiteRegistry::Published() const {
+    std::vector<Publication> published;
+    for (const auto& [key, entry] : entries_) {
+        if (entry.publisher != nullptr && entry.table != nullptr)
+            published.push_back({key.first, key.second, entry.publisher, entry.table});
+    }
+    return published;
+}
+
 SuiteRegistry::Entry* SuiteRegistry::Find(std::string_view name, std::int32_t version) {
     auto found = entries_.find(std::pair{name, version});
     return found == entries_.end() ? nullptr : &found->second;

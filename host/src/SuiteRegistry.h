@@ -30,6 +30,15 @@ public:
     // kZPSuiteNotFoundErr for an unknown suite, kZPBadParameterErr when none is held.
     ZPErr Release(std::string_view name, std::int32_t version);
 
+    struct Publication {
+        std::string name;
+        std::int32_t version = 0;
+        const Module* publisher = nullptr;
+        const void* table = nullptr;
+    };
+    // The suites modules published that are not withdrawn, by name and version.
+    std::vector<Publication> Published() const;
+
     // Every suite acquired at least once, in the order of first acquisition.
     std::vector<SuiteCount> Counts() const;
 

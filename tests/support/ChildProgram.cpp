@@ -5,10 +5,12 @@
 #include <pty.h>
 #include <sys/mman.h>
 #include <sys/prctl.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <termios.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <cstdlib>
 
 namespace testsupport {
@@ -48,6 +50,12 @@ ProgramResult Run(const std::vector<std::string>& command, int in, int out, int 
             else unsetenv(name.c_str());
         }
         if (settings.withoutPermissionOverride) GiveUpPermissionOverride();
+        if (settings.fileSizeLimit) {
+            // A write past the limit then fails with EFBIG instead of ending the process.
+            signal(SIGXFSZ, SIG_IGN);
+            const rlimit limit{rlim_t(*settings.fileSizeLimit), rlim_t(*settings.fileSizeLimit)};
+            setrlimit(RLIMIT_FSIZE, &limit);
+        }
         // Only these three reach the program (every descriptor here is
         // closed on exec), so that nothing it leaves running, a server say,
         // holds the output open.

@@ -2,6 +2,7 @@
 // collects what it printed and its exit status.
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <utility>
@@ -22,6 +23,9 @@ struct ProgramSettings {
     // a test running as root would otherwise keep: then a file whose
     // permissions the test dropped cannot be read by the program.
     bool withoutPermissionOverride = false;
+    // Every file the program writes is limited to this many bytes: a write
+    // past it fails as on a full disk.
+    std::optional<std::size_t> fileSizeLimit;
 };
 
 // `command` is the program (a path, or a name looked up on PATH) and its

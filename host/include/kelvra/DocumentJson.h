@@ -22,6 +22,7 @@
 #include <nlohmann/json.hpp>
 
 #include <array>
+#include <filesystem>
 #include <memory>
 
 namespace kelvra {
@@ -48,5 +49,10 @@ nlohmann::json ToJson(const KVCustomColor& definition);
 // "customColors", "tint", "flags" and "bookId" may be left out; "values"
 // belongs to exactly the kinds that have values.
 std::unique_ptr<Document> DocumentFromJson(const nlohmann::json& json);
+
+// A document file (".kv": the JSON form), not yet open. HostError beginning
+// with the file's path when it cannot be read, is not JSON or is not a
+// document: "doc.kv: not JSON: …", "doc.kv: document JSON: name: …".
+std::unique_ptr<Document> ReadDocumentFile(const std::filesystem::path& file);
 
 }  // namespace kelvra

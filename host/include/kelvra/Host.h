@@ -28,6 +28,7 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -74,6 +75,18 @@ struct FileFormatRecord {
     std::int32_t options = 0;
 };
 
+// A suite a module published (through "ZP Suites Suite") and that is still
+// published.
+struct PublishedSuite {
+    std::string name;
+    std::int32_t version = 0;
+    const Module* publisher = nullptr;
+    const void* table = nullptr;
+    // The table's size in bytes when it is a "ZP Blocks Suite" block; the
+    // host cannot tell how long a table in any other memory is.
+    std::optional<std::size_t> tableSize;
+};
+
 class Host {
 public:
     Host();
@@ -107,6 +120,8 @@ public:
     const std::vector<MessageRecord>& Messages() const;
     std::vector<NotifierRecord> Notifiers() const;
     std::vector<FileFormatRecord> FileFormats() const;
+    // By name, then version.
+    std::vector<PublishedSuite> PublishedSuites() const;
 
     // How "KV User Suite" questions are answered: always the same (yes until
     // set), or by asking `policy` with the question's text. Only a bool

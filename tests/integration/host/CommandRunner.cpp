@@ -18,6 +18,7 @@ CommandResult RunKelvraHost(const std::vector<std::string>& arguments, const tes
     return testsupport::RunProgram(Command(arguments), settings);
 }
 
+
 CommandResult RunKelvraHostOnTerminal(const std::vector<std::string>& arguments, const std::string& input,
                                       const testsupport::ProgramSettings& settings) {
     return testsupport::RunProgramOnTerminal(Command(arguments), input, settings);
@@ -27,6 +28,12 @@ testsupport::ProgramSettings WithEnvironment(
     std::vector<std::pair<std::string, std::optional<std::string>>> variables) {
     testsupport::ProgramSettings settings;
     settings.environment = std::move(variables);
+    return settings;
+}
+
+testsupport::ProgramSettings WithFileSizeLimit(std::size_t bytes) {
+    testsupport::ProgramSettings settings;
+    settings.fileSizeLimit = bytes;
     return settings;
 }
 

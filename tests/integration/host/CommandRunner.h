@@ -22,6 +22,10 @@ CommandResult RunKelvraHostOnTerminal(const std::vector<std::string>& arguments,
 testsupport::ProgramSettings WithEnvironment(
     std::vector<std::pair<std::string, std::optional<std::string>>> variables);
 
+// Settings that limit every file the command writes to `bytes`: a write
+// past that fails, as on a full disk.
+testsupport::ProgramSettings WithFileSizeLimit(std::size_t bytes);
+
 // The lines of `output` that begin with `prefix`.
 std::vector<std::string> LinesStartingWith(const std::string& output, const std::string& prefix);
 
