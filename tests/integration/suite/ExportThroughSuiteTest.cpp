@@ -24,21 +24,7 @@ using import_testing::DescribeCustomColors;
 using import_testing::DescribeSwatches;
 using testing::ElementsAre;
 
-constexpr const char* kSource = R"({
-    "name": "Source",
-    "groups": [
-      {"name": "", "swatches": [
-         {"name": "Paper", "kind": "gray", "values": [0.25]},
-         {"name": "Stripes", "kind": "pattern"},
-         {"name": "Sky", "kind": "rgb", "values": [0.25, 0.5, 1]}]},
-      {"name": "Brand", "swatches": [
-         {"name": "Ink", "kind": "cmyk", "values": [0.1, 0.2, 0.3, 0.4]},
-         {"name": "Gold", "kind": "custom", "customColor": "Gold", "tint": 0.5},
-         {"name": "Leaf", "kind": "custom", "customColor": "Leaf"},
-         {"name": "Nothing", "kind": "none"}]}],
-    "customColors": [
-      {"name": "Gold", "kind": "lab", "values": [80, 5, 60], "flags": 1, "bookId": 3000},
-      {"name": "Leaf", "kind": "rgb", "values": [0, 0.5, 0.25]}]})";
+constexpr const char* kSource = import_testing::kMixedSwatchesDocument;
 
 std::vector<std::uint8_t> Contents(const std::string& path) {
     std::ifstream in(path, std::ios::binary);
@@ -93,7 +79,7 @@ TEST_F(ExportThroughSuiteTest, ANullDocumentIsTheCurrentOne) {
     EXPECT_EQ(Contents(current), Contents(named));
 }
 
-TEST_F(ExportThroughSuiteTest, TheExportImportsAsTheSameSwatchesLessProcessTintsAndSwatchesWithoutColour) {
+TEST_F(ExportThroughSuiteTest, TheExportImportsAsTheSameSwatchesLessThoseWithoutAColourOfTheirOwn) {
     kelvra::Document& source = host_.Documents().Add(kelvra::DocumentFromJson(nlohmann::json::parse(kSource)));
     const std::string out = Home("out.ose");
     ASSERT_EQ(Export(out, source.Handle()), kZPNoErr);
@@ -104,7 +90,7 @@ TEST_F(ExportThroughSuiteTest, TheExportImportsAsTheSameSwatchesLessProcessTints
     EXPECT_EQ(opening.go->result, kZPNoErr);
     EXPECT_THAT(DescribeSwatches(fresh),
                 ElementsAre("[]", "Paper: gray 0.25", "Sky: rgb 0.25 0.5 1", "[Brand]", "Ink: cmyk 0.1 0.2 0.3 0.4",
-                            "Gold: custom \"Gold\" tint 0.5", "Leaf: custom \"Leaf\" tint 0"));
+                            "Gold: custom \"Gold\" tint 0.5", "Leaf: custom \"Leaf\" tint 0", "[Empty]"));
     EXPECT_THAT(DescribeCustomColors(fresh),
                 ElementsAre("Gold: lab 80 5 60 spot book 0", "Leaf: rgb 0 0.5 0.25 global book 0"));
 }

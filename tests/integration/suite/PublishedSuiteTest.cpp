@@ -4,7 +4,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 
 #include "ImportTesting.h"
@@ -53,6 +55,27 @@ TEST_F(PublishedSuiteTest, TheLibrariesAreTheFilesOfTheFoldersByPathAfterTheOwnL
     Library("application-33/App.ocb");
     EXPECT_EQ(Count(), 7);
     EXPECT_THAT(Names(), ElementsAre("App", "Brights", "Inner", "Zeta", "notes.txt", "Other"));
+}
+
+TEST_F(PublishedSuiteTest, AFileDeletedLeavesTheListAtTheNextCallAndComesBackWhenPutBack) {
+    Library("user-88/Alpha.ose");
+    const std::string beta = Library("user-88/Beta.ose");
+    Library("user-88/Gamma.ose");
+    ASSERT_EQ(Count(), 4);
+    // The folder's time is set past the last refresh: a refresh looks into
+    // folders whose time moved.
+    const auto Moved = [&] {
+        const std::filesystem::file_time_type later = std::filesystem::file_time_type::clock::now() + std::chrono::hours(1);
+        std::filesystem::last_write_time(Home(kUserFolder), later);
+    };
+    std::filesystem::remove(beta);
+    Moved();
+    EXPECT_EQ(Count(), 3);
+    EXPECT_THAT(Names(), ElementsAre("Alpha", "Gamma"));
+    Library("user-88/Beta.ose");
+    Moved();
+    EXPECT_EQ(Count(), 4);
+    EXPECT_THAT(Names(), ElementsAre("Alpha", "Beta", "Gamma"));
 }
 
 TEST_F(PublishedSuiteTest, TheHostFolderOfType72IsNeverListed) {
