@@ -109,21 +109,39 @@ int main(int argc, char** argv) {
         "document received nothing"));
 
     kelvra::cli::LibrariesOptions libraries;
+    std::string librariesModule = module;
     CLI::App* librariesCommand = app.add_subcommand(
         "libraries",
         "Remember each FILE as the host's \"open other library\" command does (under "
         "\"KVSwatchLibPersistentPrefix\" + the count in the preferences, then the count + 1), before anything "
-        "else; then show the directory of each host folder type (and whether it exists) and the remembered "
-        "library files as the preferences hold them, each with its result code when it cannot be read.");
+        "else, and show the directory of each host folder type (and whether it exists) and the remembered "
+        "library files as the preferences hold them, each with its result code when it cannot be read. Then start "
+        "the module and, acting as another plug-in of its suite \"KV Tintora Suite\", open each library N "
+        "(OpenLibrary) and each library FILE (OpenLibraryFile) and show its swatches, and show the numbered list a "
+        "swatches panel would show: CountLibraries (the module's own library and the others), then for each "
+        "number from 1 its name (GetLibraryName) and whether it is open (IsLibraryOpen).");
     librariesCommand->add_option("--remember", libraries.remember, "a library file to remember (repeatable)")
         ->type_name("FILE")
         ->check(CLI::ExistingFile.description(""))
         ->allow_extra_args(false);
+    librariesCommand->add_option("--open", libraries.open, "open library N of the list and show it (repeatable)")
+        ->type_name("N")
+        ->allow_extra_args(false);
+    librariesCommand
+        ->add_option("--open-file", libraries.openFiles,
+                     "open the library file FILE, remembering it when it is in no library folder (repeatable)")
+        ->type_name("FILE")
+        ->allow_extra_args(false);
+    librariesCommand->add_option("--module", librariesModule, "the module file (default: the module of this build)")
+        ->capture_default_str();
     librariesCommand->add_flag("--json", libraries.json, "print the same as one JSON object (see host/README.md)");
     kelvra::cli::AddHostSetupOptions(*librariesCommand, libraries.setup);
+    kelvra::cli::AddColorOption(*librariesCommand, libraries.color);
     librariesCommand->footer(commandline::ExitStatusHelp(
-        "when every FILE was remembered and the remembered list reads without a failure",
-        "when a FILE could not be remembered or an entry of the list cannot be read"));
+        "when every FILE was remembered, the remembered list reads without a failure, the module started, every "
+        "library opened and the list was read",
+        "when a FILE could not be remembered, an entry of the remembered list cannot be read, the module file was "
+        "refused or its start-up failed, a library did not open, or a call of the list failed"));
 
     kelvra::cli::LookupOptions lookup;
     std::string lookupModule = module;
@@ -200,7 +218,10 @@ int main(int argc, char** argv) {
         return kelvra::cli::Lookup(lookup);
     }
     if (runCommand->parsed()) return kelvra::cli::Run(run);
-    if (librariesCommand->parsed()) return kelvra::cli::Libraries(libraries);
+    if (librariesCommand->parsed()) {
+        libraries.module = librariesModule;
+        return kelvra::cli::Libraries(libraries);
+    }
     if (importCommand->parsed()) {
         import.module = module;
         if (!answer.empty()) import.answer = answer == "yes";
