@@ -4,6 +4,7 @@
 #include "LibrariesCommand.h"
 #include "LookupCommand.h"
 #include "RunCommand.h"
+#include "SessionCommand.h"
 #include "TerminalColor.h"
 #include "ValidateCommand.h"
 
@@ -202,7 +203,30 @@ int main(int argc, char** argv) {
         "when the module file was refused, its start-up failed, the suite could not be acquired, a FILE was not "
         "imported, DOC.kv could not be read, or the export failed (OUT is then left as it was)"));
 
+    kelvra::cli::SessionOptions session;
+    std::string sessionModule = module;
+    CLI::App* sessionCommand = app.add_subcommand(
+        "session",
+        "Load the module and be its host, and another plug-in of its suite, one command at a time: read one JSON "
+        "object per line on standard input and answer each with one JSON object per line on standard output, in "
+        "order, flushed after each. Commands: life cycle (startup, shutdown, unload, reload, purge, notify, "
+        "message), files (import, document, documents), the 14 functions of \"KV Tintora Suite\" by name, and "
+        "the host (events, counts, fault, clock, remember); quit ends it. A line that is no valid command is "
+        "answered with {\"ok\": false, \"error\": ...} and the session goes on. At the end of the input or "
+        "on quit the session gives back what it holds and shuts the module down if it is started. The commands "
+        "and their fields are in host/README.md.");
+    sessionCommand->add_option("--module", sessionModule, "the module file (default: the module of this build)")
+        ->capture_default_str();
+    kelvra::cli::AddHostSetupOptions(*sessionCommand, session.setup);
+    sessionCommand->footer(commandline::ExitStatusHelp(
+        "when the input ended or quit came, whatever the commands answered",
+        "when the module file was refused (every command that needs it was answered with the reason)"));
+
     if (const auto answered = commandline::Parse(app, argc, argv, std::cout, std::cerr)) return *answered;
+    if (sessionCommand->parsed()) {
+        session.module = sessionModule;
+        return kelvra::cli::RunSession(session, std::cin, std::cout);
+    }
     if (exportCommand->parsed()) {
         if (exportFiles->count() == 0 && documentOption->count() == 0) {
             std::cerr << "kelvra-host export: give the FILEs to export or --document DOC.kv\n";
