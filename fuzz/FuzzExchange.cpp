@@ -6,13 +6,13 @@
 
 #include "formats/exchange/SwatchExchangeReader.h"
 #include "formats/exchange/SwatchExchangeWriter.h"
-#include "tests/support/GroupedBook.h"
+#include "swatchbook/CompleteBook.h"
 #include "tests/support/MemoryStream.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     for (std::uint32_t flags : {0u, 1u}) {
         auto in = testsupport::MemoryStream::Reading(std::vector<std::uint8_t>(data, data + size));
-        testsupport::GroupedBook book;
+        CompleteBook book;
         formats::ReadSwatchExchange(in, book, flags);
         auto out = testsupport::MemoryStream::Writing();
         formats::WriteSwatchExchange(out, book);

@@ -1,5 +1,5 @@
-// Writes the sample library files of samples/ from the descriptions below:
-// one colour book, one swatch exchange file and one XML swatchbook.
+// Writes the sample files of samples/ from the descriptions below: one
+// colour book, one swatch exchange file, one XML swatchbook and one palette.
 //
 //   make_samples DIR          writes the files into DIR
 //   make_samples --check DIR  exits 1 when a file in DIR differs from them
@@ -86,8 +86,29 @@ Bytes LegacyInks() {
     return Bytes(text.begin(), text.end());
 }
 
+// A plain-text palette with a header, for tintora convert and sheet.
+Bytes PierPalette() {
+    const std::string text = R"(GIMP Palette
+Name: Pier
+Columns: 4
+# Sample palette of the Tintora project
+ 18  52  86	Deep Water
+ 46 139 192	Harbour Blue
+214  69  65	Buoy Red
+242 196  90	Rope
+ 94 130  70	Kelp
+236 234 226	Sail
+ 64  64  64	Tar
+255 255 255	White
+)";
+    return Bytes(text.begin(), text.end());
+}
+
 std::vector<Sample> Samples() {
-    return {{"harbour.ocb", HarbourBook()}, {"studio.ose", StudioPalette()}, {"legacy.xml", LegacyInks()}};
+    return {{"harbour.ocb", HarbourBook()},
+            {"studio.ose", StudioPalette()},
+            {"legacy.xml", LegacyInks()},
+            {"pier.txt", PierPalette()}};
 }
 
 Bytes FileBytes(const std::filesystem::path& path) {

@@ -5,7 +5,8 @@
 // The order of the virtual operations is part of the interface; keep it.
 // Indices are 0-based; an operation that fails returns false, 0, -1 or an
 // empty string as stated and changes nothing. No operation of the model
-// throws; a book over a host document throws kv::Error when a host call fails.
+// throws; a book over a host document throws kv::Error when a host call fails,
+// and the tools' complete book std::bad_alloc when memory runs out.
 #pragma once
 
 #include <cstdint>
@@ -56,7 +57,8 @@ public:
     virtual bool SetFormatColorSpaceName(std::int32_t format, const std::u16string& name) = 0;
     virtual bool SetFormatChannels(std::int32_t format, std::int32_t channels) = 0;
     virtual bool SetFormatID(std::int32_t format, const std::u16string& id) = 0;
-    virtual std::int32_t FindFormat(const std::u16string& id) const = 0;
+    // The first format whose GetFormatID(format, true) is `id`; -1 if none.
+    virtual std::int32_t FindFormat(const std::u16string& id) const;
 
     // Groups.
     virtual std::int32_t AddGroup() = 0;
@@ -113,4 +115,9 @@ public:
     // then Float over Int16 over Int8, the earliest on a tie. -1 when none
     // fits; 0 for a swatch index out of range.
     std::int32_t ChooseValueFormat(std::int32_t swatch, std::int32_t wantedColorSpace) const;
+
+protected:
+    // The name FindSwatch compares swatch names with, into `key`; false when
+    // the name strips to nothing and nothing can match.
+    bool FindSwatchKey(const std::u16string& name, bool stripAffixes, bool bookQuirks, std::u16string& key) const;
 };

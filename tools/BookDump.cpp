@@ -1,8 +1,11 @@
 #include "BookDump.h"
 
+#include <string>
 #include <string_view>
 
+#include "CodeMeanings.h"
 #include "JsonText.h"
+#include "JsonWriter.h"
 #include "swatchbook/ReferenceBook.h"
 
 namespace tool {
@@ -14,47 +17,75 @@ std::u16string_view RecordName(const ReferenceSwatch& swatch) {
     return name.substr(0, name.find(u'\0'));
 }
 
-std::string FormatJson(const ReferenceBook& book, std::int32_t format) {
-    return "{\"colorSpace\": " + JsonInt(book.GetFormatColorSpace(format)) +
-           ", \"encoding\": " + JsonInt(book.GetFormatEncoding(format)) +
-           ", \"channels\": " + JsonInt(book.GetFormatChannels(format)) +
-           ", \"condition\": " + JsonString(book.GetFormatCondition(format)) +
-           ", \"colorSpaceName\": " + JsonString(book.GetFormatColorSpaceName(format, false)) +
-           ", \"id\": " + JsonString(book.GetFormatID(format, false)) + "}";
-}
+class BookWriter {
+public:
+    BookWriter(std::ostream& out, bool pretty) : json_(out, pretty), pretty_(pretty) {}
 
-std::string SwatchJson(const ReferenceSwatch& swatch) {
-    std::string json = "{\"kind\": " + JsonInt(swatch.kind) + ", \"name\": " + JsonString(RecordName(swatch)) +
-                       ", \"colorSpace\": " + JsonInt(swatch.colorSpace) + ", \"values\": [";
-    for (std::size_t i = 0; i < std::size(swatch.values); ++i) {
-        if (i > 0) json += ", ";
-        json += JsonDouble(swatch.values[i]);
+    void Write(std::int32_t result, const ReferenceBook& book) {
+        json_.BeginObject();
+        Code("result", result, ReaderResults());
+        json_.Key("book");
+        json_.BeginObject();
+        json_.Member("version", JsonInt(book.GetVersion()));
+        json_.Member("pageSize", JsonInt(book.GetPageSize()));
+        json_.Member("pageKeyOffset", JsonInt(book.GetPageKeyOffset()));
+        json_.Member("bookId", JsonInt(book.GetBookID()));
+        json_.Member("title", JsonString(book.GetTitle()));
+        json_.Member("copyright", JsonString(book.GetCopyright()));
+        json_.Member("prefix", JsonString(book.GetPrefix()));
+        json_.Member("postfix", JsonString(book.GetPostfix()));
+        json_.Key("formats");
+        json_.BeginArray();
+        for (std::int32_t format = 0; format < book.CountFormats(); ++format) Format(book, format);
+        json_.EndArray();
+        json_.Key("swatches");
+        json_.BeginArray();
+        for (std::int32_t swatch = 0; swatch < book.CountSwatches(); ++swatch) Swatch(book.GetSwatchRecord(swatch));
+        json_.EndArray();
+        json_.EndObject();
+        json_.EndObject();
     }
-    return json + "]}";
-}
+
+private:
+    // A code, and when pretty its meaning beside it.
+    void Code(std::string_view key, std::int32_t code, std::span<const CodeMeaning> meanings) {
+        json_.Member(key, JsonInt(code));
+        if (!pretty_) return;
+        const std::string_view meaning = MeaningOf(meanings, code);
+        json_.Member(std::string(key) + "Meaning", JsonString(std::u16string(meaning.begin(), meaning.end())));
+    }
+
+    void Format(const ReferenceBook& book, std::int32_t format) {
+        json_.BeginObject();
+        Code("colorSpace", book.GetFormatColorSpace(format), ColorSpaces());
+        Code("encoding", book.GetFormatEncoding(format), Encodings());
+        json_.Member("channels", JsonInt(book.GetFormatChannels(format)));
+        json_.Member("condition", JsonString(book.GetFormatCondition(format)));
+        json_.Member("colorSpaceName", JsonString(book.GetFormatColorSpaceName(format, false)));
+        json_.Member("id", JsonString(book.GetFormatID(format, false)));
+        json_.EndObject();
+    }
+
+    void Swatch(const ReferenceSwatch& swatch) {
+        json_.BeginObject();
+        Code("kind", swatch.kind, SwatchKinds());
+        json_.Member("name", JsonString(RecordName(swatch)));
+        Code("colorSpace", swatch.colorSpace, ColorSpaces());
+        json_.Key("values");
+        json_.BeginArray(true);
+        for (const double value : swatch.values) json_.Value(JsonDouble(value));
+        json_.EndArray();
+        json_.EndObject();
+    }
+
+    JsonWriter json_;
+    bool pretty_;
+};
 
 }  // namespace
 
-std::string DumpBook(std::int32_t result, const ReferenceBook& book) {
-    std::string json = "{\"result\": " + JsonInt(result) + ", \"book\": {" +
-                       "\"version\": " + JsonInt(book.GetVersion()) +
-                       ", \"pageSize\": " + JsonInt(book.GetPageSize()) +
-                       ", \"pageKeyOffset\": " + JsonInt(book.GetPageKeyOffset()) +
-                       ", \"bookId\": " + JsonInt(book.GetBookID()) +
-                       ", \"title\": " + JsonString(book.GetTitle()) +
-                       ", \"copyright\": " + JsonString(book.GetCopyright()) +
-                       ", \"prefix\": " + JsonString(book.GetPrefix()) +
-                       ", \"postfix\": " + JsonString(book.GetPostfix()) + ", \"formats\": [";
-    for (std::int32_t format = 0; format < book.CountFormats(); ++format) {
-        if (format > 0) json += ", ";
-        json += FormatJson(book, format);
-    }
-    json += "], \"swatches\": [";
-    for (std::int32_t swatch = 0; swatch < book.CountSwatches(); ++swatch) {
-        if (swatch > 0) json += ", ";
-        json += SwatchJson(book.GetSwatchRecord(swatch));
-    }
-    return json + "]}}";
+void DumpBook(std::ostream& out, std::int32_t result, const ReferenceBook& book, bool pretty) {
+    BookWriter(out, pretty).Write(result, book);
 }
 
 }  // namespace tool

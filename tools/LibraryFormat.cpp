@@ -35,7 +35,7 @@ std::optional<LibraryFormat> LibraryFormatFromName(std::string_view name) {
     return std::nullopt;
 }
 
-LibraryFormat DetectLibraryFormat(const std::string& path) {
+std::optional<LibraryFormat> RecognizeLibraryFormat(const std::string& path) {
     const std::string extension = LowerCase(std::filesystem::path(path).extension().string());
     if (!extension.empty()) {
         if (const auto format = LibraryFormatFromName(std::string_view(extension).substr(1))) return *format;
@@ -43,7 +43,11 @@ LibraryFormat DetectLibraryFormat(const std::string& path) {
     formats::FileStream stream(path.c_str(), true);
     if (formats::IsColorBook(stream) != 0) return LibraryFormat::kColorBook;
     if (StartsWithSwatchExchangeMagic(path)) return LibraryFormat::kSwatchExchange;
-    return LibraryFormat::kXmlSwatchbook;
+    return std::nullopt;
+}
+
+LibraryFormat DetectLibraryFormat(const std::string& path) {
+    return RecognizeLibraryFormat(path).value_or(LibraryFormat::kXmlSwatchbook);
 }
 
 std::int32_t ReadLibraryFile(LibraryFormat format, const std::string& path, OrvikSwatchbook& book,

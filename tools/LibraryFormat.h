@@ -16,7 +16,10 @@ enum class LibraryFormat { kColorBook, kSwatchExchange, kXmlSwatchbook };
 std::optional<LibraryFormat> LibraryFormatFromName(std::string_view name);
 
 // By the file's extension ("ocb", "ose", "xml", any case), else by its first
-// bytes: the colour book magic, the swatch exchange magic, else XML.
+// bytes: the colour book magic or the swatch exchange magic; else nothing.
+std::optional<LibraryFormat> RecognizeLibraryFormat(const std::string& path);
+
+// RecognizeLibraryFormat, else XML.
 LibraryFormat DetectLibraryFormat(const std::string& path);
 
 // Runs the format's reader on the file through a plain file stream into

@@ -4,13 +4,18 @@
 
 #include <cstdint>
 #include <exception>
-#include <fstream>
 #include <string>
 
 #include "BookDump.h"
+#include "CodeMeanings.h"
+#include "CommandLine.h"
+#include "ConvertCommand.h"
 #include "JsonText.h"
+#include "JsonWriter.h"
 #include "LibraryFormat.h"
 #include "RecordingSwatchbook.h"
+#include "SheetCommand.h"
+#include "formats/ReaderResult.h"
 #include "formats/exchange/SwatchExchangePrescan.h"
 #include "formats/streams/FileStream.h"
 #include "swatchbook/ReferenceBook.h"
@@ -18,16 +23,11 @@
 namespace tool {
 namespace {
 
-constexpr int kCannotRun = 1;
-
 constexpr const char* kReaderOptionsHelp = R"(
 FORMAT is ocb (binary colour book), ose (swatch exchange), xml (XML
 swatchbook) or auto (the default): by the file's extension, else by its first
 bytes ("7KCB" colour book, "OSEF" swatch exchange, anything else XML).
-FLAGS is the reader's 32-bit flag word, 0 by default.
-
-Exit status: 0 whenever the reader ran, whatever its result; non-zero when
-the tool could not run (bad command line, unreadable file).)";
+FLAGS is the reader's 32-bit flag word, 0 by default.)";
 
 constexpr const char* kTraceHelp = R"(
 Prints JSON Lines: one object per call the reader made on the book, in order,
@@ -60,7 +60,9 @@ after a failed one):
    "swatches": [{"kind": 2, "name": "Red", "colorSpace": 4,
                  "values": [1, 0, 0, 0]}]}}
 Format strings are the stored ones (no defaults); swatch values are the
-record's four stored doubles. Strings and doubles are written as by trace.)";
+record's four stored doubles. Strings and doubles are written as by trace.
+--pretty indents it and writes beside each code what it means, as
+"resultMeaning", "kindMeaning", "colorSpaceMeaning" and "encodingMeaning".)";
 
 constexpr const char* kPrescanHelp = R"(
 Counts the blocks of a swatch exchange file that its reader does not import
@@ -68,10 +70,9 @@ Counts the blocks of a swatch exchange file that its reader does not import
 last declared block:
   unsupported blocks: N
   well formed: yes
-With --json: {"unsupported": N, "wellFormed": true}. On a file that is not
-well formed the count is what was counted before the fault.
-Exit status: 0 whenever the pre-scan ran; non-zero when the tool could not
-run (bad command line, unreadable file).)";
+With --json: {"unsupported": N, "wellFormed": true}; --pretty indents it.
+On a file that is not well formed the count is what was counted before the
+fault.)";
 
 struct ReaderOptions {
     std::string format = "auto";
@@ -83,86 +84,122 @@ void AddReaderOptions(CLI::App& command, ReaderOptions& options) {
     command.add_option("--format", options.format, "ocb, ose, xml or auto")
         ->check(CLI::IsMember({"ocb", "ose", "xml", "auto"}))
         ->capture_default_str();
-    command.add_option("--flags", options.flags, "the reader's flag word")->capture_default_str();
-    command.add_option("FILE", options.file, "the library file")->required()->check(CLI::ExistingFile);
+    command.add_option("--flags", options.flags, "the reader's flag word, 0 to 4294967295")->capture_default_str();
+    command.add_option("FILE", options.file, "the library file")->required();
 }
 
-bool IsReadable(const std::string& path) { return std::ifstream(path, std::ios::binary).is_open(); }
+// The reader's result as the exit status.
+int ReaderStatus(std::int32_t result) { return result == formats::kReadOK ? commandline::kSucceeded : commandline::kFailed; }
 
 LibraryFormat ChosenFormat(const ReaderOptions& options) {
     const auto named = LibraryFormatFromName(options.format);
     return named ? *named : DetectLibraryFormat(options.file);
 }
 
-void Trace(const ReaderOptions& options, std::ostream& out) {
+int Trace(const ReaderOptions& options, std::ostream& out) {
     ReferenceBook inner;
     RecordingSwatchbook book(inner, out);
     const std::int32_t result = ReadLibraryFile(ChosenFormat(options), options.file, book, options.flags);
     out << "{\"result\": " << JsonInt(result) << "}\n";
+    return ReaderStatus(result);
 }
 
-void Dump(const ReaderOptions& options, std::ostream& out) {
+int Dump(const ReaderOptions& options, bool pretty, std::ostream& out) {
     ReferenceBook book;
     const std::int32_t result = ReadLibraryFile(ChosenFormat(options), options.file, book, options.flags);
-    out << DumpBook(result, book) << "\n";
+    DumpBook(out, result, book, pretty);
+    out << "\n";
+    return ReaderStatus(result);
 }
 
-void Prescan(const std::string& file, bool json, std::ostream& out) {
+int Prescan(const std::string& file, bool json, bool pretty, std::ostream& out) {
     formats::FileStream stream(file.c_str(), true);
     std::int32_t count = 0;
     const bool wellFormed = formats::CountUnsupportedSwatchExchangeEntries(stream, count) != 0;
-    if (json) {
-        out << "{\"unsupported\": " << JsonInt(count) << ", \"wellFormed\": " << JsonBool(wellFormed) << "}\n";
+    if (json || pretty) {
+        JsonWriter writer(out, pretty);
+        writer.BeginObject();
+        writer.Member("unsupported", JsonInt(count));
+        writer.Member("wellFormed", JsonBool(wellFormed));
+        writer.EndObject();
+        out << "\n";
     } else {
         out << "unsupported blocks: " << count << "\nwell formed: " << (wellFormed ? "yes" : "no") << "\n";
     }
+    return wellFormed ? commandline::kSucceeded : commandline::kFailed;
 }
 
 }  // namespace
 
 int RunTintora(int argc, const char* const* argv, std::ostream& out, std::ostream& err) {
-    CLI::App app("Runs the library-file readers of Tintora on plain files.", "tintora");
+    CLI::App app("Runs the library-file readers of Tintora on plain files, converts library files and palettes "
+                 "into a swatch exchange file, and draws swatch sheets.",
+                 "tintora");
     app.require_subcommand(1);
+    commandline::AddVersion(app);
+    const std::string readerExit = "\n" + commandline::ExitStatusHelp(
+        "when the reader read the file completely (result 0)",
+        "when it did not (the output is printed in full all the same)");
 
     ReaderOptions traceOptions;
     CLI::App* trace = app.add_subcommand("trace", "Log every call a reader makes on the book, as JSON Lines");
     AddReaderOptions(*trace, traceOptions);
-    trace->footer(std::string(kTraceHelp) + "\n" + kReaderOptionsHelp);
+    trace->footer(std::string(kTraceHelp) + "\n" + kReaderOptionsHelp + "\n" + readerExit);
 
     ReaderOptions dumpOptions;
+    bool dumpJson = false;
+    bool dumpPretty = false;
     CLI::App* dump = app.add_subcommand("dump", "Print the book a reader filled, as one JSON object");
     AddReaderOptions(*dump, dumpOptions);
-    dump->footer(std::string(kDumpHelp) + "\n" + kReaderOptionsHelp);
+    dump->add_flag("--json", dumpJson, "compact JSON on one line (the default form)");
+    dump->add_flag("--pretty", dumpPretty, "indented JSON, each code's meaning beside it");
+    dump->footer(std::string(kDumpHelp) + "\n" + kReaderOptionsHelp + "\n\nThe codes: result " +
+                 MeaningsHelp(ReaderResults()) + "; kind " + MeaningsHelp(SwatchKinds()) + "; colorSpace " +
+                 MeaningsHelp(ColorSpaces()) + "; encoding " + MeaningsHelp(Encodings()) + ".\n" + readerExit);
 
     std::string prescanFile;
     bool prescanJson = false;
+    bool prescanPretty = false;
     CLI::App* prescan = app.add_subcommand("prescan", "Count the blocks of a swatch exchange file not imported");
-    prescan->add_option("FILE", prescanFile, "the swatch exchange file")->required()->check(CLI::ExistingFile);
+    prescan->add_option("FILE", prescanFile, "the swatch exchange file")->required();
     prescan->add_flag("--json", prescanJson, "print one JSON object");
-    prescan->footer(kPrescanHelp);
+    prescan->add_flag("--pretty", prescanPretty, "print one indented JSON object");
+    prescan->footer(std::string(kPrescanHelp) + "\n\n" +
+                    commandline::ExitStatusHelp("when the file is well formed", "when it is not"));
 
-    try {
-        app.parse(argc, argv);
-    } catch (const CLI::ParseError& error) {
-        return app.exit(error, out, err);
+    ConvertOptions convertOptions;
+    CLI::App* convert = AddConvertCommand(app, convertOptions);
+    SheetOptions sheetOptions;
+    CLI::App* sheet = AddSheetCommand(app, sheetOptions);
+
+    if (const auto answered = commandline::Parse(app, argc, argv, out, err)) return *answered;
+
+    if (*convert || *sheet) {
+        try {
+            return *convert ? RunConvert(convertOptions, out, err) : RunSheet(sheetOptions, out, err);
+        } catch (const std::exception& error) {
+            err << "tintora: " << error.what() << "\n";
+            return commandline::kCannotRun;
+        }
     }
 
     const std::string& file = *prescan ? prescanFile : *trace ? traceOptions.file : dumpOptions.file;
-    if (!IsReadable(file)) {
-        err << "tintora: cannot read " << file << "\n";
-        return kCannotRun;
+    if (const std::string why = commandline::WhyUnreadable(file); !why.empty()) {
+        err << "tintora: cannot read " << file << ": " << why << "\n";
+        return commandline::kCannotRun;
     }
     try {
-        if (*trace) Trace(traceOptions, out);
-        if (*dump) Dump(dumpOptions, out);
-        if (*prescan) Prescan(prescanFile, prescanJson, out);
+        int status = commandline::kSucceeded;
+        if (*trace) status = Trace(traceOptions, out);
+        if (*dump) status = Dump(dumpOptions, dumpPretty, out);
+        if (*prescan) status = Prescan(prescanFile, prescanJson, prescanPretty, out);
+        out.flush();
+        return status;
     } catch (const std::exception& error) {
         out.flush();
         err << "tintora: " << error.what() << "\n";
-        return kCannotRun;
+        return commandline::kCannotRun;
     }
-    out.flush();
-    return 0;
 }
 
 }  // namespace tool

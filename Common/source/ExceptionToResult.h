@@ -44,4 +44,24 @@ ResultCode ExceptionToResultAtDispatcher(Call&& call) {
     }
 }
 
+// Saving the library state, which answers the host with a code whatever a
+// library throws: a kv::Error its code, any standard exception "STEX", a
+// thrown integer its value, anything else "UNEX".
+template <class Call>
+ResultCode ExceptionToResultWhileSavingState(Call&& call) noexcept {
+    try {
+        return call();
+    } catch (const Error& error) {
+        return error.Code();
+    } catch (const std::exception&) {
+        return kStdExceptionErr;
+    } catch (int value) {
+        return ResultCode(value);
+    } catch (ResultCode value) {
+        return value;
+    } catch (...) {
+        return kUnknownExceptionErr;
+    }
+}
+
 }  // namespace kv

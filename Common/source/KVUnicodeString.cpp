@@ -66,13 +66,7 @@ std::size_t UnicodeString::Length() const {
     return length;
 }
 
-std::u16string UnicodeString::ToUTF16() const {
-    std::u16string text(Length(), u'\0');
-    std::size_t count = 0;
-    ThrowIfError(Suite().GetUTF16(string_, reinterpret_cast<std::uint16_t*>(text.data()), text.size(), &count));
-    text.resize(count < text.size() ? count : text.size());
-    return text;
-}
+std::u16string UnicodeString::ToUTF16() const { return UTF16Of(string_); }
 
 std::size_t UnicodeString::GetPlatformText(char* buffer, std::size_t capacity) const {
     std::size_t length = 0;
@@ -92,10 +86,24 @@ std::int32_t UnicodeString::Compare(const UnicodeString& other) const {
     return order;
 }
 
-void UnicodeString::Assign(const UnicodeString& source) { ThrowIfError(Suite().Assign(string_, source.string_)); }
+void UnicodeString::Assign(const UnicodeString& source) { AssignString(string_, source.string_); }
 
 void UnicodeString::Append(const UnicodeString& source) { ThrowIfError(Suite().Append(string_, source.string_)); }
 
 void UnicodeString::Canonicalize(std::int32_t form) { ThrowIfError(Suite().Canonicalize(string_, form)); }
+
+std::u16string UTF16Of(KVUnicodeStringRef string) {
+    std::size_t length = 0;
+    ThrowIfError(Suite().Length(string, &length));
+    std::u16string text(length, u'\0');
+    std::size_t count = 0;
+    ThrowIfError(Suite().GetUTF16(string, reinterpret_cast<std::uint16_t*>(text.data()), text.size(), &count));
+    text.resize(count < text.size() ? count : text.size());
+    return text;
+}
+
+void AssignString(KVUnicodeStringRef target, KVUnicodeStringRef source) {
+    ThrowIfError(Suite().Assign(target, source));
+}
 
 }  // namespace kv

@@ -48,4 +48,9 @@ private:
     KVUnicodeStringRef string_;
 };
 
+// A string the module does not own (another plug-in's, say), through the
+// same suite functions.
+std::u16string UTF16Of(KVUnicodeStringRef string);
+void AssignString(KVUnicodeStringRef target, KVUnicodeStringRef source);
+
 }  // namespace kv

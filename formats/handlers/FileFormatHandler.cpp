@@ -9,6 +9,7 @@
 #include "KVFilePath.h"
 #include "KVFileSuites.h"
 #include "KVUnicodeString.h"
+#include "ReadErrorMessages.h"
 #include "RegisteredSuites.h"
 #include "formats/colorbook/ColorBookReader.h"
 #include "formats/exchange/SwatchExchangePrescan.h"
@@ -36,10 +37,6 @@ constexpr FormatEntry kColorBookEntry{"Orvik Color Book Reader", "$$$/Tintor/Str
 constexpr FormatEntry kSwatchExchangeEntry{"Orvik Swatch Exchange Reader",
                                            "$$$/Tintor/Str/OSEReaderTitle=Orvik Swatch Exchange", "ose"};
 
-constexpr char kColorBookReadError[] =
-    "$$$/Tintor/Str/OCBReadError=An error occurred when reading the color book '%s'.";
-constexpr char kSwatchExchangeReadError[] =
-    "$$$/Tintor/Str/OSEReadError=An error occurred when reading the swatch exchange file '%s'.";
 constexpr char kUnsupportedTypesQuestion[] =
     "$$$/Tintor/Str/OSEReadAlert=The file ^Q%s^Q contains unsupported swatch types.  Some swatches will not be "
     "imported.";

@@ -28,8 +28,11 @@ DataFilterStream::DataFilterStream(KVFilePathRef file, bool reading, std::uint32
     open_ = 1;
 }
 
+DataFilterStream::DataFilterStream(KVDataFilterRef filter, bool reading) noexcept
+    : reading_(reading ? 1 : 0), open_(filter != nullptr ? 1 : 0), filter_(filter), owned_(false) {}
+
 DataFilterStream::~DataFilterStream() {
-    if (open_ == 0) return;
+    if (open_ == 0 || !owned_) return;
     try {
         if (const KVDataFilterSuite* suite = Suite()) suite->UnlinkDataFilter(filter_, nullptr);
     } catch (...) {

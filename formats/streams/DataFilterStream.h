@@ -13,7 +13,10 @@ public:
     // the start of a chain. When the host refuses either step the stream
     // stays closed. `creator` and `type` go to the host as they are.
     DataFilterStream(KVFilePathRef file, bool reading, std::uint32_t creator = 0, std::uint32_t type = 0);
-    // Unlinks the filter, which closes it; never throws.
+    // A stream over a filter another plug-in made, linked and keeps: open
+    // when there is one; the stream never unlinks it.
+    DataFilterStream(KVDataFilterRef filter, bool reading) noexcept;
+    // Unlinks a filter the stream made, which closes it; never throws.
     ~DataFilterStream() override;
     DataFilterStream(const DataFilterStream&) = delete;
     DataFilterStream& operator=(const DataFilterStream&) = delete;
@@ -28,4 +31,5 @@ private:
     std::uint32_t reading_;
     std::int32_t open_ = 0;
     KVDataFilterRef filter_ = nullptr;
+    bool owned_ = true;
 };

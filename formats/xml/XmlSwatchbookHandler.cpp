@@ -3,12 +3,15 @@
 #include <string_view>
 
 #include "ColorText.h"
-#include "Utf8ToUtf16.h"
 #include "XmlAttributeValues.h"
 #include "XmlSwatchbookReader.h"
 #include "swatchbook/OrvikSwatchbook.h"
+#include "text/Utf8.h"
 
 namespace formats::xml {
+
+using kv::Utf8ToUtf16;
+
 namespace {
 
 // Calls apply(name, value) for each attribute in document order, the value

@@ -1,16 +1,9 @@
 #include "DocumentText.h"
 
-#include <kelvra/ColorConversion.h>
-#include <kelvra/FloatText.h>
+#include "ColorText.h"
 
-#include <algorithm>
-#include <array>
-#include <cmath>
 #include <cstdint>
-#include <cstring>
 #include <optional>
-#include <unordered_map>
-#include <vector>
 
 namespace kelvra::cli {
 
@@ -19,32 +12,66 @@ namespace {
 using nlohmann::json;
 
 // A name as a quoted, escaped string on one line.
-std::string Quoted(const json& name) { return name.dump(); }
+void WriteQuoted(std::ostream& out, const json& name) { out << name.dump(); }
 
-std::string Value(const json& value) {
-    return value.is_number() ? FloatText(float(value.get<double>())) : value.get<std::string>();
+float Tint(const json& swatch) { return JsonNumber(swatch["tint"]); }
+
+// What a custom swatch shows: its colour's definition at its tint.
+void WriteCustom(std::ostream& out, const json& swatch, const json* customColor) {
+    const json& name = swatch["customColor"];
+    if (customColor == nullptr) {
+        out << "custom colour ";
+        if (name.is_string()) {
+            WriteQuoted(out, name);
+            out << " (not in the document)";
+        } else {
+            out << "missing";
+        }
+    } else {
+        if (name != swatch["name"]) {
+            WriteQuoted(out << "custom colour ", name);
+            out << ", ";
+        }
+        const std::uint32_t flags = (*customColor)["flags"].get<std::uint32_t>();
+        out << ((flags & kKVCustomSpotColor) != 0 ? "spot " : "global ");
+        WriteValues(out, *ColorValuesFromJson((*customColor)["kind"], (*customColor)["values"]));
+        if ((flags & kKVCustomRegistrationColor) != 0) out << ", registration";
+    }
+    const float tint = Tint(swatch);
+    if (tint != 0) WritePercent(out << ", tint ", tint);
+    if (customColor != nullptr && (*customColor)["bookId"] != 0) out << ", book " << (*customColor)["bookId"];
 }
 
-std::string Values(const json& values) {
-    std::string text;
-    for (const json& value : values) text += " " + Value(value);
-    return text;
+// The colour a swatch shows; none for the kinds without a colour and for a
+// custom swatch whose colour is missing.
+std::optional<Srgb> Shown(const json& swatch, const json* customColor) {
+    if (customColor != nullptr) {
+        return ShownColor(*ColorValuesFromJson((*customColor)["kind"], (*customColor)["values"]), Tint(swatch));
+    }
+    if (!swatch.contains("values")) return std::nullopt;
+    const std::optional<ColorValues> color = ColorValuesFromJson(swatch["kind"], swatch["values"]);
+    return color ? std::optional<Srgb>(ShownColor(*color)) : std::nullopt;
 }
 
-float Number(const json& value) {
-    if (value.is_number()) return float(value.get<double>());
-    return std::strtof(value.get<std::string>().c_str(), nullptr);  // "NaN", "Infinity", "-Infinity"
+void WriteSwatch(std::ostream& out, const json& swatch, const CustomColors& customColors, ChipDepth chips) {
+    const json* customColor = CustomColorOf(customColors, swatch);
+    const std::optional<Srgb> shown = Shown(swatch, customColor);
+    out << "    ";
+    WriteChip(out, shown, chips);
+    if (shown) WriteHex(out, *shown);
+    else out << "       ";
+    WriteQuoted(out << ' ', swatch["name"]);
+    out << ": ";
+    const std::string kind = swatch["kind"];
+    if (kind == "custom") WriteCustom(out, swatch, customColor);
+    else if (swatch.contains("values")) WriteValues(out, *ColorValuesFromJson(kind, swatch["values"]));
+    else out << kind;
+    out << '\n';
 }
 
-std::vector<float> Numbers(const json& values) {
-    std::vector<float> numbers;
-    for (const json& value : values) numbers.push_back(Number(value));
-    return numbers;
-}
+bool EndsWithSibilant(std::string_view noun) { return noun.ends_with("s") || noun.ends_with("ch"); }
 
-// A document's custom colours by name, so that each swatch finds its own
-// without a walk through all of them.
-using CustomColors = std::unordered_map<std::string, const json*>;
+}  // namespace
 
 CustomColors CustomColorsByName(const json& document) {
     CustomColors colors;
@@ -52,95 +79,51 @@ CustomColors CustomColorsByName(const json& document) {
     return colors;
 }
 
-// The custom colour a custom swatch shows; null for other swatches and for
-// a name the document does not have.
 const json* CustomColorOf(const CustomColors& colors, const json& swatch) {
     if (swatch["kind"] != "custom" || !swatch["customColor"].is_string()) return nullptr;
     auto found = colors.find(swatch["customColor"].get<std::string>());
     return found == colors.end() ? nullptr : found->second;
 }
 
-std::string CustomColorText(const json& color) {
-    const std::uint32_t flags = color["flags"].get<std::uint32_t>();
-    std::string text = color["kind"].get<std::string>() + Values(color["values"]);
-    text += (flags & 1) != 0 ? ", spot" : ", global";
-    if ((flags & 2) != 0) text += ", registration";
-    return text + ", book id " + std::to_string(color["bookId"].get<std::int32_t>());
+DocumentCounts CountsOf(const json& document) {
+    DocumentCounts counts;
+    counts.groups = document["groups"].size();
+    for (const json& group : document["groups"]) counts.swatches += group["swatches"].size();
+    counts.customColors = document["customColors"].size();
+    return counts;
 }
 
-std::string SwatchText(const json& swatch, const json* customColor) {
-    std::string text = Quoted(swatch["name"]) + ": ";
-    const std::string kind = swatch["kind"];
-    if (kind != "custom") return text + kind + (swatch.contains("values") ? Values(swatch["values"]) : "");
-    text += "custom colour " + Quoted(swatch["customColor"]) + " at tint " + Value(swatch["tint"]);
-    return customColor != nullptr ? text + " (" + CustomColorText(*customColor) + ")" : text;
+void WriteCount(std::ostream& out, std::size_t count, std::string_view noun) {
+    out << count << ' ' << noun;
+    if (count != 1) out << (EndsWithSibilant(noun) ? "es" : "s");
 }
 
-std::array<float, 3> InkOffWhite(const std::vector<float>& cmyk) {
-    return {(1 - cmyk[0]) * (1 - cmyk[3]), (1 - cmyk[1]) * (1 - cmyk[3]), (1 - cmyk[2]) * (1 - cmyk[3])};
+void WriteCounts(std::ostream& out, const DocumentCounts& counts) {
+    WriteCount(out, counts.swatches, "swatch");
+    WriteCount(out << " in ", counts.groups, "group");
+    WriteCount(out << ", ", counts.customColors, "custom colour");
 }
 
-std::optional<std::array<float, 3>> Shown(const std::string& kind, const std::vector<float>& v) {
-    if (kind == "gray") return std::array<float, 3>{1 - v[0], 1 - v[0], 1 - v[0]};
-    if (kind == "rgb") return std::array<float, 3>{v[0], v[1], v[2]};
-    if (kind == "cmyk") return InkOffWhite(v);
-    if (kind == "lab") return LabD50ToSrgb(v[0], v[1], v[2]);
-    return std::nullopt;
-}
-
-std::uint8_t Byte(float channel) {
-    if (std::isnan(channel)) return 0;
-    return std::uint8_t(std::lround(std::clamp(channel, 0.0f, 1.0f) * 255.0f));
-}
-
-// The colour a swatch shows, 0..255 per channel; none for the kinds without
-// a colour and for a custom swatch whose colour is missing.
-std::optional<std::array<std::uint8_t, 3>> ChipColour(const json& swatch, const json* customColor) {
-    std::optional<std::array<float, 3>> shown;
-    float tint = 0;
-    if (swatch["kind"] == "custom") {
-        if (customColor == nullptr) return std::nullopt;
-        shown = Shown((*customColor)["kind"], Numbers((*customColor)["values"]));
-        tint = Number(swatch["tint"]);
-    } else if (swatch.contains("values")) {
-        shown = Shown(swatch["kind"], Numbers(swatch["values"]));
-    }
-    if (!shown) return std::nullopt;
-    std::array<std::uint8_t, 3> bytes{};
-    for (std::size_t i = 0; i < 3; ++i) bytes[i] = Byte((*shown)[i] * (1 - tint) + tint);
-    return bytes;
-}
-
-std::string Chip(const json& swatch, const json* customColor) {
-    const auto colour = ChipColour(swatch, customColor);
-    if (!colour) return "   ";
-    return "\x1b[48;2;" + std::to_string((*colour)[0]) + ";" + std::to_string((*colour)[1]) + ";" +
-           std::to_string((*colour)[2]) + "m  \x1b[0m ";
-}
-
-}  // namespace
-
-std::string DocumentText(const json& document, bool chips) {
+void WriteDocument(std::ostream& out, const json& document, std::size_t number, const std::string& source,
+                   ChipDepth chips) {
     const CustomColors customColors = CustomColorsByName(document);
-    std::string text = "document " + Quoted(document["name"]) + ":\n";
+    WriteQuoted(out << "document " << number << ' ', document["name"]);
+    if (!source.empty()) out << " (from " << source << ')';
+    out << ":\n";
     bool first = true;
     for (const json& group : document["groups"]) {
-        text += first ? "  default group:\n" : "  group " + Quoted(group["name"]) + ":\n";
-        first = false;
-        if (group["swatches"].empty()) text += "    (no swatches)\n";
-        for (const json& swatch : group["swatches"]) {
-            const json* customColor = CustomColorOf(customColors, swatch);
-            text += "    " + (chips ? Chip(swatch, customColor) : "") + SwatchText(swatch, customColor) + "\n";
+        if (first) {
+            out << "  default group:\n";
+        } else {
+            WriteQuoted(out << "  group ", group["name"]);
+            out << ":\n";
         }
+        first = false;
+        if (group["swatches"].empty()) out << "    (no swatches)\n";
+        for (const json& swatch : group["swatches"]) WriteSwatch(out, swatch, customColors, chips);
     }
-    return text;
-}
-
-bool WantsColourChips(bool outputIsTerminal, const char* noColor, const char* term, const char* colorTerm) {
-    if (!outputIsTerminal) return false;
-    if (noColor != nullptr && *noColor != '\0') return false;
-    if (term != nullptr && std::strcmp(term, "dumb") == 0) return false;
-    return colorTerm != nullptr && (std::strcmp(colorTerm, "truecolor") == 0 || std::strcmp(colorTerm, "24bit") == 0);
+    WriteCounts(out << "  ", CountsOf(document));
+    out << '\n';
 }
 
 }  // namespace kelvra::cli

@@ -1,29 +1,58 @@
-// The readable form of a document, made from its JSON form (DocumentJson.h):
+// The readable form of a document, made from its JSON form (DocumentJson.h),
+// one line per swatch: the sRGB hex of the colour it shows, its name and its
+// colour in a person's units (ColorText.h), after a chip of that colour when
+// chips are wanted; a custom colour's name only when it is not the
+// swatch's own.
 //
-//   document "Colours":
+//   document 1 "Colours" (from in/colours.ose):
 //     default group:
-//       "Paper": gray 0.2
-//       "Gold 50%": custom colour "Gold" at tint 0.5 (lab 80 5 60, spot, book id 3000)
+//       #CCCCCC "Paper": gray 20%
+//       #FFD940 "Gold 25%": custom colour "Gold", spot cmyk 0% 20% 100% 0%, tint 25%, book 3000
+//       #FFCC00 "Gold": spot cmyk 0% 20% 100% 0%, book 3000
+//               "Stripes": pattern
 //     group "Greens":
 //       (no swatches)
-//
-// With chips, each swatch line starts with a 24-bit colour chip of the
-// colour the swatch shows (blank for pattern, gradient and none): ink is
-// taken off white (gray and CMYK simply), Lab is converted as the host
-// converts it, and a tint mixes towards white.
+//     3 swatches in 2 groups, 1 custom colour
 #pragma once
+
+#include "TerminalColor.h"
 
 #include <nlohmann/json.hpp>
 
+#include <cstddef>
+#include <ostream>
 #include <string>
+#include <string_view>
+#include <unordered_map>
 
 namespace kelvra::cli {
 
-std::string DocumentText(const nlohmann::json& document, bool chips);
+struct DocumentCounts {
+    std::size_t groups = 0;  // the default group too
+    std::size_t swatches = 0;
+    std::size_t customColors = 0;
+};
 
-// Chips go only to a terminal that shows 24-bit colour (COLORTERM
-// "truecolor" or "24bit"), never when NO_COLOR is set and not empty or when
-// TERM is "dumb". Null pointers stand for unset variables.
-bool WantsColourChips(bool outputIsTerminal, const char* noColor, const char* term, const char* colorTerm);
+DocumentCounts CountsOf(const nlohmann::json& document);
+
+// A document's custom colours by name, so that each swatch finds its own
+// without a walk through all of them.
+using CustomColors = std::unordered_map<std::string, const nlohmann::json*>;
+CustomColors CustomColorsByName(const nlohmann::json& document);
+// The custom colour a custom swatch shows; null for other swatches and for
+// a name the document does not have.
+const nlohmann::json* CustomColorOf(const CustomColors& colors, const nlohmann::json& swatch);
+
+// "3 swatches in 2 groups, 1 custom colour".
+void WriteCounts(std::ostream& out, const DocumentCounts& counts);
+
+// `number` tells documents of the same name apart; `source` is the file the
+// document was opened as, empty for none.
+void WriteDocument(std::ostream& out, const nlohmann::json& document, std::size_t number, const std::string& source,
+                   ChipDepth chips);
+
+// "1 swatch", "2 swatches": a count and its noun, "s" added (or "es" after
+// a sibilant) unless the count is 1.
+void WriteCount(std::ostream& out, std::size_t count, std::string_view noun);
 
 }  // namespace kelvra::cli

@@ -1,14 +1,18 @@
 #include "ImportCommand.h"
 
-#include "DocumentText.h"
+#include "DialogText.h"
+#include "DocumentSheet.h"
+#include "EventsSince.h"
 #include "ImportReport.h"
 
+#include <CommandLine.h>
 #include <kelvra/DocumentJson.h>
 #include <kelvra/Host.h>
 
-#include <cstdlib>
-#include <iostream>
 #include <unistd.h>
+
+#include <algorithm>
+#include <iostream>
 
 namespace kelvra::cli {
 
@@ -17,62 +21,101 @@ namespace {
 // Asks on the terminal; an empty line or the end of input is the default, yes.
 bool AskOnTerminal(const std::string& question) {
     for (;;) {
-        std::cerr << question << " [Y/n] " << std::flush;
+        WriteDialogText(std::cerr, question, "");
+        std::cerr << " [Y/n] " << std::flush;
         std::string line;
         if (!std::getline(std::cin, line) || line.empty() || line == "y" || line == "yes") return true;
         if (line == "n" || line == "no") return false;
     }
 }
 
-void AnswerQuestions(Host& host, const ImportOptions& options) {
-    if (options.answer) host.AnswerQuestions(*options.answer);
+std::size_t IndexOf(Host& host, const Document& document) {
+    const std::vector<Document*> all = host.Documents().All();
+    return std::size_t(std::find(all.begin(), all.end(), &document) - all.begin());
+}
+
+// What the host can see wrong with a file the module took but read nothing
+// from; empty when nothing.
+std::string WhatIsWrongWith(const std::filesystem::path& file) {
+    if (const std::string why = commandline::WhyUnreadable(file.string()); !why.empty())
+        return "cannot read the file: " + why;
+    std::error_code error;
+    return std::filesystem::file_size(file, error) == 0 && !error ? "the file is empty" : "";
+}
+
+// What a document holds, to tell what an import gave it.
+struct Holdings {
+    std::size_t groups = 0;
+    std::size_t swatches = 0;
+    std::size_t customColors = 0;
+};
+
+Holdings HoldingsOf(const Document& document) {
+    return {document.Groups().size(), document.SwatchCount(), document.CustomColors().size()};
+}
+
+}  // namespace
+
+void AnswerQuestions(Host& host, std::optional<bool> answer) {
+    if (answer) host.AnswerQuestions(*answer);
     else if (isatty(STDIN_FILENO)) host.AnswerQuestions(AskOnTerminal);
 }
 
-// The events logged since `from`, which then moves past them.
-std::vector<Event> EventsSince(Host& host, std::size_t& from) {
-    const std::vector<Event>& all = host.Events().All();
-    std::vector<Event> events(all.begin() + std::ptrdiff_t(from), all.end());
-    from = all.size();
-    return events;
-}
-
-// Offers the file to every format, then has the first that accepted read
-// it: into `placeInto`, or else into a new document named after the file.
-FileImport ImportFile(Host& host, Module& module, const std::filesystem::path& file, Document* placeInto) {
+FileImport ImportFile(Host& host, const std::filesystem::path& file, Document* placeInto, std::size_t& seen) {
     FileImport result;
     result.file = file;
     result.placed = placeInto != nullptr;
     std::error_code error;
-    if (!std::filesystem::exists(file, error)) {
-        result.missing = true;
+    const std::filesystem::file_status status = std::filesystem::status(file, error);
+    if (!std::filesystem::exists(status)) {
+        result.status = FileImport::Status::Missing;
         return result;
     }
-    FileFormatRequest request;
-    request.option = placeInto != nullptr ? kKVFileFormatImportOption : kKVFileFormatReadOption;
-    request.file = file;
-    request.document = placeInto != nullptr ? placeInto->Handle() : nullptr;
-    const FileFormatRecord* accepted = nullptr;
-    const std::vector<FileFormatRecord> formats = host.FileFormats();
-    for (const FileFormatRecord& format : formats) {
-        request.format = format.handle;
-        const ZPErr answer = module.CheckFileFormat(request);
-        result.checks.push_back({format.name, answer});
-        if (answer == kZPNoErr && accepted == nullptr) accepted = &format;
+    if (std::filesystem::is_directory(status)) {
+        result.status = FileImport::Status::NotAFile;
+        return result;
     }
-    if (accepted == nullptr) return result;
-    Document& target = placeInto != nullptr ? *placeInto : host.Documents().New(file.filename().string());
-    host.Documents().MakeCurrent(target);
-    request.format = accepted->handle;
-    request.document = target.Handle();
-    result.go = FormatMessage{accepted->name, module.GoFileFormat(request)};
-    result.document = target.Name();
+    Holdings before = placeInto != nullptr ? HoldingsOf(*placeInto) : Holdings{};
+    FormatTarget target;
+    target.placeInto = placeInto;
+    target.newDocument = [&]() -> Document& {
+        Document& made = host.Documents().New(file.filename().string());
+        before = HoldingsOf(made);
+        return made;
+    };
+    FormatOpening opening = host.OpenWithFormats(file, target);
+    result.checks = std::move(opening.checks);
+    result.events = EventsSince(host.Events(), seen);
+    if (!opening.go) {
+        result.status = FileImport::Status::NoFormat;
+        return result;
+    }
+    result.go = std::move(opening.go);
+    const Document& document = *opening.document;
+    result.document = IndexOf(host, document);
+    result.documentName = document.Name();
+    const Holdings after = HoldingsOf(document);
+    result.received.groups = after.groups - before.groups;
+    result.received.swatches = after.swatches - before.swatches;
+    result.received.customColorsMade = after.customColors - before.customColors;
+    result.received.customColorsRedefined = std::size_t(std::count_if(
+        result.events.begin(), result.events.end(),
+        [](const Event& event) { return event.kind == Event::Kind::CustomColorRedefined; }));
+    if (result.go->result != kZPNoErr) {
+        result.status = FileImport::Status::GoFailed;
+    } else if (result.received.Nothing()) {
+        result.status = FileImport::Status::NothingReceived;
+        result.why = WhatIsWrongWith(file);
+    }
     return result;
 }
 
+namespace {
+
 ImportReport RunImport(const ImportOptions& options) {
     Host host;
-    AnswerQuestions(host, options);
+    ApplyHostSetup(Resolved(options.setup), host);
+    AnswerQuestions(host, options.answer);
     ImportReport report;
     report.module = options.module;
     Module* module = nullptr;
@@ -84,16 +127,18 @@ ImportReport RunImport(const ImportOptions& options) {
     }
     std::size_t seen = 0;
     report.startup = module->Startup();
-    report.startupEvents = EventsSince(host, seen);
+    report.startupEvents = EventsSince(host.Events(), seen);
     if (report.startup != kZPNoErr) return report;
     Document* placeInto = options.place ? &host.Documents().New("Untitled") : nullptr;
     for (const std::filesystem::path& file : options.files) {
-        report.files.push_back(ImportFile(host, *module, file, placeInto));
-        report.files.back().events = EventsSince(host, seen);
+        report.files.push_back(ImportFile(host, file, placeInto, seen));
     }
     report.shutdown = module->Shutdown();
-    report.shutdownEvents = EventsSince(host, seen);
-    for (const Document* document : host.Documents().All()) report.documents.push_back(ToJson(*document));
+    report.shutdownEvents = EventsSince(host.Events(), seen);
+    for (const Document* document : host.Documents().All()) {
+        (host.Documents().IsHidden(*document) ? report.libraryDocuments : report.documents)
+            .push_back(ToJson(*document));
+    }
     return report;
 }
 
@@ -106,15 +151,23 @@ std::filesystem::path DefaultModule() {
 }
 
 int Import(const ImportOptions& options) {
-    const ImportReport report = RunImport(options);
-    if (options.json) {
-        std::cout << ImportJson(report).dump(2) << "\n";
-    } else {
-        const bool chips = WantsColourChips(isatty(STDOUT_FILENO) != 0, std::getenv("NO_COLOR"), std::getenv("TERM"),
-                                            std::getenv("COLORTERM"));
-        std::cout << ImportText(report, chips);
+    if (!options.sheet.empty()) {
+        if (const std::string problem = sheet::SheetNameProblem(options.sheet); !problem.empty()) {
+            std::cerr << "kelvra-host import: " << problem << "\n";
+            return commandline::kCannotRun;
+        }
     }
-    return report.Succeeded() ? 0 : 1;
+    const ImportReport report = RunImport(options);
+    if (options.json) std::cout << ImportJson(report).dump(2) << "\n";
+    else WriteImportText(std::cout, report, ChooseChipDepth(options.color, CurrentTerminal()));
+    std::cout.flush();
+    if (!options.sheet.empty()) {
+        if (const std::string why = sheet::WriteSheet(DocumentsSheet(report.documents), options.sheet); !why.empty()) {
+            std::cerr << "kelvra-host import: " << why << "\n";
+            return commandline::kFailed;
+        }
+    }
+    return report.Succeeded() ? commandline::kSucceeded : commandline::kFailed;
 }
 
 }  // namespace kelvra::cli

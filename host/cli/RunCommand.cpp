@@ -1,5 +1,8 @@
 #include "RunCommand.h"
 
+#include "EventText.h"
+
+#include <CommandLine.h>
 #include <kelvra/EventJson.h>
 #include <kelvra/Host.h>
 #include <kelvra/ResultText.h>
@@ -75,7 +78,7 @@ void PrintText(const RunReport& r) {
     }
     std::cout << "events:\n";
     if (r.events.empty()) std::cout << "  (none)\n";
-    for (const Event& e : r.events) std::cout << "  " << ReadableLine(e) << "\n";
+    for (const Event& e : r.events) WriteEvent(std::cout, e, "  ");
     std::cout << "live at the end: " << r.blocks.basic << " ZPBasic blocks, " << r.blocks.blocks
               << " ZP Blocks blocks, " << r.blocks.badFrees << " bad frees, " << r.objects.strings << " strings, "
               << r.objects.filePaths << " file paths, " << r.objects.dataFilters << " data filters\n";
@@ -117,6 +120,7 @@ nlohmann::json ToJson(const RunReport& r) {
 
 int Run(const RunOptions& options) {
     Host host;
+    ApplyHostSetup(Resolved(options.setup), host);
     RunReport report;
     report.module = options.module;
     ZPErr startup = kZPCantHappenErr;
@@ -135,7 +139,7 @@ int Run(const RunOptions& options) {
     report.objects = host.LiveObjects();
     if (options.json) std::cout << ToJson(report).dump(2) << "\n";
     else PrintText(report);
-    return report.error.empty() && startup == kZPNoErr ? 0 : 1;
+    return report.error.empty() && startup == kZPNoErr ? commandline::kSucceeded : commandline::kFailed;
 }
 
 }  // namespace kelvra::cli

@@ -2,12 +2,15 @@
 // happened.
 #pragma once
 
+#include "HostSetup.h"
+
 #include <filesystem>
 
 namespace kelvra::cli {
 
 struct RunOptions {
     std::filesystem::path module;
+    HostSetup setup;
     bool json = false;
 };
 

@@ -1,7 +1,10 @@
 #include "ValidateCommand.h"
 
 #include "ChildProcess.h"
+#include "SuiteChecks.h"
 #include "ValidationChecks.h"
+
+#include <CommandLine.h>
 
 #include <nlohmann/json.hpp>
 
@@ -88,7 +91,7 @@ public:
         } else {
             std::cout << passed_ << " passed, " << failed_ << " failed\n";
         }
-        return failed_ == 0 ? 0 : 1;
+        return failed_ == 0 ? commandline::kSucceeded : commandline::kFailed;
     }
 
 private:
@@ -113,6 +116,7 @@ int Validate(const ValidateOptions& options) {
     std::vector<CheckResult> observationFailures;
     if (loadable) {
         for (Check& check : BehaviourChecks()) checks.push_back(std::move(check));
+        for (Check& check : SuiteChecks()) checks.push_back(std::move(check));
         for (Check& check : MissingSuiteChecks(options, observationFailures)) checks.push_back(std::move(check));
     }
     for (CheckResult& failure : observationFailures) reporter.Add(std::move(failure));

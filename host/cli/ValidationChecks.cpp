@@ -11,16 +11,22 @@
 
 namespace kelvra::cli {
 
-namespace {
-
-constexpr int kCycles = 1000;
-
-Verdict Pass(std::string detail = {}) { return {true, std::move(detail)}; }
+Verdict Pass(std::string detail) { return {true, std::move(detail)}; }
 Verdict Fail(std::string detail) { return {false, std::move(detail)}; }
 
 std::string Answered(const char* message, ZPErr result) {
     return std::string(message) + " answered " + ResultText(result);
 }
+
+std::string Join(const std::vector<std::string>& items) {
+    std::string joined;
+    for (const std::string& item : items) joined += (joined.empty() ? "" : ", ") + item;
+    return joined;
+}
+
+namespace {
+
+constexpr int kCycles = 1000;
 
 // A purge answers 0, or that it flushed caches.
 bool IsPurgeAnswer(ZPErr result) { return result == kZPNoErr || result == kZPCachesFlushedResponse; }
@@ -37,12 +43,6 @@ std::string FullCycle(Module& module) {
     if (ZPErr r = module.Reload()) return Answered("reload", r);
     if (ZPErr r = module.Shutdown()) return Answered("shut-down", r);
     return {};
-}
-
-std::string Join(const std::vector<std::string>& items) {
-    std::string joined;
-    for (const std::string& item : items) joined += (joined.empty() ? "" : ", ") + item;
-    return joined;
 }
 
 // Suites still held, and suites released more often than acquired.

@@ -2,6 +2,8 @@
 // child process (ValidateCommand), and judges one rule a module must keep.
 #pragma once
 
+#include <ZPTypes.h>
+
 #include <filesystem>
 #include <functional>
 #include <string>
@@ -18,6 +20,13 @@ struct Check {
     std::string id;  // stable, kebab-case
     std::function<Verdict(const std::filesystem::path& module)> run;
 };
+
+Verdict Pass(std::string detail = {});
+Verdict Fail(std::string detail);
+// "<message> answered <code>".
+std::string Answered(const char* message, ZPErr result);
+// "a, b, c".
+std::string Join(const std::vector<std::string>& items);
 
 // Gates everything that loads the module.
 Check PropertyListCheck();

@@ -1,4 +1,5 @@
 #include <kelvra/Document.h>
+#include <kelvra/HostError.h>
 
 #include <utility>
 
@@ -50,6 +51,17 @@ const Swatch* Document::NthSwatch(std::size_t index) const {
         index -= group->swatches.size();
     }
     return nullptr;
+}
+
+SwatchPlace Document::PlaceOf(const Swatch& swatch) const {
+    // From the end: an import asks about the swatch it has just added.
+    for (std::size_t group = groups_.size(); group-- > 0;) {
+        const auto& swatches = groups_[group]->swatches;
+        for (std::size_t index = swatches.size(); index-- > 0;) {
+            if (swatches[index].get() == &swatch) return {group, index};
+        }
+    }
+    throw HostError("the swatch is not one of document \"" + name_ + "\"");
 }
 
 SwatchGroup& Document::InsertGroup(std::int32_t index) {

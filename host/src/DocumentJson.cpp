@@ -3,6 +3,7 @@
 #include <kelvra/HostError.h>
 
 #include "UnicodeText.h"
+#include "WholeFile.h"
 
 #include <cmath>
 #include <cstdlib>
@@ -84,23 +85,8 @@ json SwatchJson(const Document& document, const Swatch& swatch) {
 }
 
 json CustomColorJson(const CustomColor& color) {
-    const auto& c = color.definition.c;
-    json out = {{"name", Utf16ToUtf8(color.name)}};
-    switch (color.definition.kind) {
-    case kKVCustomThreeColor:
-        out["kind"] = "rgb";
-        out["values"] = Numbers({c.three.red, c.three.green, c.three.blue});
-        break;
-    case kKVCustomLabColor:
-        out["kind"] = "lab";
-        out["values"] = Numbers({c.lab.l, c.lab.a, c.lab.b});
-        break;
-    default:
-        out["kind"] = "cmyk";
-        out["values"] = Numbers({c.four.cyan, c.four.magenta, c.four.yellow, c.four.black});
-        break;
-    }
-    out["flags"] = color.definition.flags;
+    json out = ToJson(color.definition);
+    out["name"] = Utf16ToUtf8(color.name);
     out["bookId"] = color.bookId;
     return out;
 }
@@ -253,6 +239,22 @@ const json& Array(const json& object, const char* key) {
 
 }  // namespace
 
+DefinitionValues ValuesOf(const KVCustomColor& definition) {
+    const auto& c = definition.c;
+    switch (definition.kind) {
+    case kKVCustomThreeColor: return {"rgb", {c.three.red, c.three.green, c.three.blue}, 3};
+    case kKVCustomLabColor: return {"lab", {c.lab.l, c.lab.a, c.lab.b}, 3};
+    default: return {"cmyk", {c.four.cyan, c.four.magenta, c.four.yellow, c.four.black}, 4};
+    }
+}
+
+json ToJson(const KVCustomColor& definition) {
+    const DefinitionValues values = ValuesOf(definition);
+    json numbers = json::array();
+    for (std::size_t i = 0; i < values.count; ++i) numbers.push_back(Number(values.values[i]));
+    return {{"kind", values.kind}, {"values", std::move(numbers)}, {"flags", definition.flags}};
+}
+
 json ToJson(const Document& document) {
     json groups = json::array();
     for (const auto& group : document.Groups()) {
@@ -277,6 +279,18 @@ std::unique_ptr<Document> DocumentFromJson(const json& json) {
         for (std::size_t i = 0; i < groups.size(); ++i) ReadGroup(*document, groups[i], At("groups", i), i == 0);
     }
     return document;
+}
+
+std::unique_ptr<Document> ReadDocumentFile(const std::filesystem::path& file) {
+    const std::optional<std::string> text = ReadWholeFile(file);
+    if (!text) throw HostError(file.string() + ": cannot be read");
+    const json parsed = json::parse(*text, nullptr, false);
+    if (parsed.is_discarded()) throw HostError(file.string() + ": not JSON");
+    try {
+        return DocumentFromJson(parsed);
+    } catch (const HostError& error) {
+        throw HostError(file.string() + ": " + error.what());
+    }
 }
 
 }  // namespace kelvra

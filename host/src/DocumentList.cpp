@@ -25,6 +25,12 @@ Document& DocumentList::Add(std::unique_ptr<Document> document) {
     return *current_;
 }
 
+Document& DocumentList::AddHidden(std::unique_ptr<Document> document) {
+    documents_.push_back(std::move(document));
+    hidden_.insert(documents_.back().get());
+    return *documents_.back();
+}
+
 void DocumentList::MakeCurrent(const Document& document) {
     Document* open = Find(document.Handle());
     if (open == nullptr) throw HostError("document \"" + document.Name() + "\" is not open");
@@ -33,6 +39,7 @@ void DocumentList::MakeCurrent(const Document& document) {
 
 void DocumentList::Close(const Document& document) {
     if (current_ == &document) current_ = nullptr;
+    hidden_.erase(&document);
     std::erase_if(documents_, [&](const auto& open) { return open.get() == &document; });
 }
 

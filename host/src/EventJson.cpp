@@ -1,3 +1,4 @@
+#include <kelvra/DocumentJson.h>
 #include <kelvra/EventJson.h>
 
 namespace kelvra {
@@ -24,6 +25,24 @@ nlohmann::json ToJson(const Event& event) {
         json["category"] = event.category;
         json["event"] = event.event;
         json["detail"] = event.hasDetail ? nlohmann::json(event.detail) : nlohmann::json(nullptr);
+        break;
+    case Event::Kind::CustomColorRedefined:
+        json["document"] = event.document;
+        json["customColor"] = event.customColor;
+        json["old"] = ToJson(event.before);
+        json["new"] = ToJson(event.after);
+        break;
+    case Event::Kind::CustomColorShared:
+        json["document"] = event.document;
+        json["customColor"] = event.customColor;
+        json["swatches"] = event.swatches;
+        json["definitions"] = event.definitions;
+        break;
+    case Event::Kind::EmptySwatchName:
+        json["document"] = event.document;
+        json["group"] = event.group;
+        json["groupName"] = event.groupName;
+        json["swatch"] = event.swatch;
         break;
     }
     return json;

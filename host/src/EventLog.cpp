@@ -1,4 +1,6 @@
+#include <kelvra/DocumentJson.h>
 #include <kelvra/EventLog.h>
+#include <kelvra/FloatText.h>
 
 #include <algorithm>
 
@@ -18,6 +20,16 @@ std::string OneLine(const std::string& text) {
     return line;
 }
 
+std::string Quoted(const std::string& text) { return "\"" + OneLine(text) + "\""; }
+
+std::string DefinitionText(const KVCustomColor& definition) {
+    const DefinitionValues values = ValuesOf(definition);
+    std::string text = values.kind;
+    for (std::size_t i = 0; i < values.count; ++i) text += " " + FloatText(values.values[i]);
+    text += (definition.flags & kKVCustomSpotColor) != 0 ? ", spot" : ", global";
+    return (definition.flags & kKVCustomRegistrationColor) != 0 ? text + ", registration" : text;
+}
+
 }  // namespace
 
 const char* KindName(Event::Kind kind) {
@@ -26,6 +38,9 @@ const char* KindName(Event::Kind kind) {
     case Event::Kind::Question: return "question";
     case Event::Kind::MoreInfo: return "more-info";
     case Event::Kind::Usage: return "usage";
+    case Event::Kind::CustomColorRedefined: return "custom-color-redefined";
+    case Event::Kind::CustomColorShared: return "custom-color-shared";
+    case Event::Kind::EmptySwatchName: return "empty-swatch-name";
     }
     return "?";
 }
@@ -43,6 +58,15 @@ std::string ReadableLine(const Event& event) {
     case Event::Kind::Usage:
         return kind + ": " + OneLine(event.category) + " / " + OneLine(event.event) +
                (event.hasDetail ? " / " + OneLine(event.detail) : "");
+    case Event::Kind::CustomColorRedefined:
+        return kind + ": " + Quoted(event.customColor) + " in " + Quoted(event.document) + ": " +
+               DefinitionText(event.before) + " -> " + DefinitionText(event.after);
+    case Event::Kind::CustomColorShared:
+        return kind + ": " + Quoted(event.customColor) + " in " + Quoted(event.document) + ": " +
+               std::to_string(event.swatches) + " swatches, " + std::to_string(event.definitions) + " definitions";
+    case Event::Kind::EmptySwatchName:
+        return kind + ": " + Quoted(event.document) + " group " + std::to_string(event.group) + " swatch " +
+               std::to_string(event.swatch);
     }
     return kind;
 }

@@ -30,9 +30,10 @@ public:
     void MarkFailed() { failed_ = true; }
     // Closes; a written file replaces the target now unless a write failed.
     ZPErr Finish();
+    // Closes and keeps nothing written: the target stays as it was.
+    void Discard();
 
 private:
-    void Discard();
 
     std::string path_;
     Mode mode_;

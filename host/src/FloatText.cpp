@@ -1,28 +1,30 @@
 #include <kelvra/FloatText.h>
 
+#include <algorithm>
+#include <charconv>
 #include <cmath>
-#include <cstdio>
-#include <cstdlib>
-#include <cstring>
 
 namespace kelvra {
 
 std::string FloatText(float value) {
     if (std::isnan(value)) return "NaN";
     if (std::isinf(value)) return value > 0 ? "Infinity" : "-Infinity";
-    // Nine significant digits always read back exactly; fewer often do.
-    char text[32];
-    int digits = 1;
-    for (; digits <= 9; ++digits) {
-        std::snprintf(text, sizeof text, "%.*g", digits, double(value));
-        if (std::strtof(text, nullptr) == value) break;
+    // The shortest digits that read back as the same float, in scientific
+    // form, tell how many digits there are and where the point goes.
+    char text[48];
+    char* end = std::to_chars(std::begin(text), std::end(text), value, std::chars_format::scientific).ptr;
+    char* exponent = std::find(text, end, 'e');
+    const auto digits = int(std::count_if(text, exponent, [](char c) { return c >= '0' && c <= '9'; }));
+    int power = 0;
+    std::from_chars(exponent + (exponent[1] == '+' ? 2 : 1), end, power);
+    // Written out from 1e-4 on, as printf's %g would, and also every whole
+    // number below a billion: 100 rather than 1e+02.
+    if (power >= -4 && power < 9) {
+        end = std::to_chars(std::begin(text), std::end(text), value, std::chars_format::fixed,
+                            std::max(0, digits - 1 - power))
+                  .ptr;
     }
-    // A whole number below a billion is written out: 100 rather than 1e+02.
-    if (const char* exponent = std::strchr(text, 'e')) {
-        const int power = std::atoi(exponent + 1);
-        if (power >= digits && power < 9) std::snprintf(text, sizeof text, "%.*g", power + 1, double(value));
-    }
-    return text;
+    return std::string(text, end);
 }
 
 }  // namespace kelvra

@@ -50,6 +50,13 @@ public:
         for (const Item* item : items) objects.push_back(item->object.get());
         return objects;
     }
+    // Copies of the live objects in the order they were added, for callers
+    // that must not see the table change under them.
+    std::vector<T> CopiesInOrder() const {
+        std::vector<T> copies;
+        for (const T* object : InOrder()) copies.push_back(*object);
+        return copies;
+    }
     void Clear() { items_.clear(); }
 
 private:

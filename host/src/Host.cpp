@@ -22,6 +22,10 @@ HostStringTable& Host::HostStrings() { return state_->hostStrings; }
 
 DocumentList& Host::Documents() { return state_->documents; }
 
+HostFolders& Host::Folders() { return state_->folders; }
+
+HostPreferences& Host::Preferences() { return state_->preferences; }
+
 std::vector<SuiteCount> Host::SuiteCounts() const { return state_->suites.Counts(); }
 
 std::uint64_t Host::SuitesHeld() const {
@@ -52,21 +56,19 @@ ObjectCounts Host::LiveObjects() const {
 
 const std::vector<MessageRecord>& Host::Messages() const { return state_->messages; }
 
-namespace {
+std::vector<NotifierRecord> Host::Notifiers() const { return state_->notifiers.CopiesInOrder(); }
 
-template <typename Record>
-std::vector<Record> Copies(const std::vector<const Record*>& records) {
-    std::vector<Record> copies;
-    for (const Record* record : records) copies.push_back(*record);
-    return copies;
-}
+std::vector<FileFormatRecord> Host::FileFormats() const { return state_->fileFormats.CopiesInOrder(); }
 
-}  // namespace
-
-std::vector<NotifierRecord> Host::Notifiers() const { return Copies(state_->notifiers.InOrder()); }
-
-std::vector<FileFormatRecord> Host::FileFormats() const {
-    return Copies(state_->fileFormats.InOrder());
+std::vector<PublishedSuite> Host::PublishedSuites() const {
+    std::vector<PublishedSuite> published;
+    for (const SuiteRegistry::Publication& suite : state_->suites.Published()) {
+        PublishedSuite entry{suite.name, suite.version, suite.publisher, suite.table, std::nullopt};
+        const auto block = state_->blocks.find(const_cast<void*>(suite.table));
+        if (block != state_->blocks.end()) entry.tableSize = block->second.size;
+        published.push_back(std::move(entry));
+    }
+    return published;
 }
 
 void Host::AnswerQuestions(std::function<bool(const std::string&)> policy) {
@@ -74,6 +76,10 @@ void Host::AnswerQuestions(std::function<bool(const std::string&)> policy) {
 }
 
 void Host::SetCanShowDialogs(bool can) { state_->canShowDialogs = can; }
+
+FormatOpening Host::OpenWithFormats(const std::filesystem::path& file, const FormatTarget& target) {
+    return state_->OpenWithFormats(file, target);
+}
 
 const ZPBasicSuite* Host::BasicSuite() const { return HostBasicSuite(); }
 

@@ -55,7 +55,14 @@ Module* HostState::FindModule(ZPPluginRef plugin) const {
 }
 
 void HostState::Withdraw(const Module& module) {
-    suites.Withdraw(&module);
+    // A published table is the host's from then on; one the module took
+    // from "ZP Blocks Suite" goes with the suite.
+    for (const void* table : suites.Withdraw(&module)) {
+        const auto block = blocks.find(const_cast<void*>(table));
+        if (block == blocks.end()) continue;
+        std::free(block->first);
+        blocks.erase(block);
+    }
     notifiers.RemoveIf([&](const NotifierRecord& n) { return n.owner == &module; });
     fileFormats.RemoveIf([&](const FileFormatRecord& f) { return f.owner == &module; });
 }

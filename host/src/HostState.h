@@ -8,6 +8,7 @@
 
 #include "FileDataFilter.h"
 #include "HandleTable.h"
+#include "ImportWatch.h"
 #include "SuiteRegistry.h"
 
 #include <map>
@@ -49,6 +50,9 @@ struct HostState {
     std::vector<std::unique_ptr<Module>> modules;
     std::vector<MessageRecord> messages;
     DocumentList documents;
+    HostFolders folders;
+    HostPreferences preferences;
+    ImportWatch imports;  // during a "KV Go" message
 
     HandleTable<HostString> strings;
     HandleTable<HostFilePath> filePaths;
@@ -72,6 +76,8 @@ struct HostState {
     // formats and published suites are gone with its plug-in object.
     void Withdraw(const Module& module);
     void Record(const Module& module, const char* caller, const char* selector, ZPErr result);
+    // Host::OpenWithFormats (FormatOpening.h).
+    FormatOpening OpenWithFormats(const std::filesystem::path& file, const FormatTarget& target);
 
     // Helpers for suite functions.
     static void Rename(Module& module, std::string name) { module.name_ = std::move(name); }

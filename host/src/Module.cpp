@@ -45,7 +45,12 @@ ZPErr Module::Send(const char* caller, const char* selector, ZPMessageData& mess
     message.self = Ref();
     message.globals = globals_;
     message.basic = HostBasicSuite();
+    const bool import = std::strcmp(caller, kKVFileFormatCaller) == 0 && std::strcmp(selector, kKVGoFileFormatSelector) == 0;
+    if (import) host_.imports.Begin();
     const ZPErr result = entry_(caller, selector, &message);
+    if (import) {
+        for (Event& event : host_.imports.End(host_.documents)) host_.events.Add(std::move(event));
+    }
     globals_ = message.globals;
     host_.Record(*this, caller, selector, result);
     const bool ended = std::strcmp(caller, kZPInterfaceCaller) == 0 &&

@@ -23,10 +23,23 @@ ZPErr SuiteRegistry::Add(std::string name, std::int32_t version, const void* tab
     return kZPNoErr;
 }
 
-void SuiteRegistry::Withdraw(const Module* publisher) {
+std::vector<const void*> SuiteRegistry::Withdraw(const Module* publisher) {
+    std::vector<const void*> tables;
     for (auto& [key, entry] : entries_) {
-        if (entry.publisher == publisher) entry.table = nullptr;
+        if (entry.publisher != publisher || entry.table == nullptr) continue;
+        tables.push_back(entry.table);
+        entry.table = nullptr;
     }
+    return tables;
+}
+
+std::vector<SuiteRegistry::Publication> SuiteRegistry::Published() const {
+    std::vector<Publication> published;
+    for (const auto& [key, entry] : entries_) {
+        if (entry.publisher != nullptr && entry.table != nullptr)
+            published.push_back({key.first, key.second, entry.publisher, entry.table});
+    }
+    return published;
 }
 
 SuiteRegistry::Entry* SuiteRegistry::Find(std::string_view name, std::int32_t version) {

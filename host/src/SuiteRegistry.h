@@ -21,13 +21,23 @@ class SuiteRegistry {
 public:
     // kZPBadParameterErr when that name and version is already published.
     ZPErr Add(std::string name, std::int32_t version, const void* table, const Module* publisher);
-    // Suites published by `publisher` can no longer be acquired.
-    void Withdraw(const Module* publisher);
+    // Suites published by `publisher` can no longer be acquired. Answers
+    // their tables, which are the host's to free.
+    std::vector<const void*> Withdraw(const Module* publisher);
 
     // kZPSuiteNotFoundErr and *table null for an unknown name or version.
     ZPErr Acquire(std::string_view name, std::int32_t version, const void** table);
     // kZPSuiteNotFoundErr for an unknown suite, kZPBadParameterErr when none is held.
     ZPErr Release(std::string_view name, std::int32_t version);
+
+    struct Publication {
+        std::string name;
+        std::int32_t version = 0;
+        const Module* publisher = nullptr;
+        const void* table = nullptr;
+    };
+    // The suites modules published that are not withdrawn, by name and version.
+    std::vector<Publication> Published() const;
 
     // Every suite acquired at least once, in the order of first acquisition.
     std::vector<SuiteCount> Counts() const;

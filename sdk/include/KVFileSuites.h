@@ -49,6 +49,12 @@ typedef struct KVDataFilterSuite {
     ZPErr (ZPAPI *ReadDataFilter)(KVDataFilterRef filter, char* store, size_t* count);
     /* 4: write *count bytes; *count receives the number written. */
     ZPErr (ZPAPI *WriteDataFilter)(KVDataFilterRef filter, const char* store, size_t* count);
+    /* 5: close `filter`, take it out of its chain and free it, keeping
+     * nothing written: the target of a write filter stays exactly as it
+     * was. For a plug-in whose export failed, so that a failed export never
+     * damages an existing file. It frees the filter also when it answers
+     * an error. */
+    ZPErr (ZPAPI *DiscardDataFilter)(KVDataFilterRef filter);
 } KVDataFilterSuite;
 
 #define kKVFoldersSuite "KV Folders Suite"

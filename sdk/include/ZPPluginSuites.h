@@ -35,8 +35,10 @@ typedef struct ZPPluginsSuite {
 typedef struct ZPSuitesSuite {
     ZPReservedFunction reserved0to1[2];
     /* 2: publish a suite for other plug-ins. suiteList null: the host's
-     * list. The table `suiteProcs` stays owned by the caller and must live
-     * as long as the suite is published. */
+     * list. From then on the host owns the table `suiteProcs`: when the
+     * plug-in shuts down (or its start-up fails) the host withdraws the
+     * suite and frees a table that is a "ZP Blocks Suite" block; a table in
+     * any other memory must outlive the suite. */
     ZPErr (ZPAPI *AddSuite)(ZPSuiteListRef suiteList, ZPPluginRef plugin, const char* name,
                             int32_t apiVersion, int32_t internalVersion,
                             const void* suiteProcs, ZPSuiteRef* suite);

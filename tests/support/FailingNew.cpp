@@ -9,13 +9,17 @@ namespace {
 std::atomic<std::size_t> allocations{0};
 std::atomic<bool> failing{false};
 std::atomic<std::size_t> allowedBeforeFailure{0};
+std::atomic<bool> failOnlyOne{false};
 
 // Every form allocates with malloc and frees with free, so the sanitizers see
 // matching pairs whichever form a caller used.
 void* Allocate(std::size_t size) {
     ++allocations;
     if (failing) {
-        if (allowedBeforeFailure == 0) return nullptr;
+        if (allowedBeforeFailure == 0) {
+            if (failOnlyOne) failing = false;
+            return nullptr;
+        }
         --allowedBeforeFailure;
     }
     return std::malloc(size == 0 ? 1 : size);
@@ -35,8 +39,9 @@ std::size_t AllocationCount() {
     return allocations;
 }
 
-void FailAllocationsAfter(std::size_t allowed) {
+void FailAllocationsAfter(std::size_t allowed, bool onlyOne) {
     allowedBeforeFailure = allowed;
+    failOnlyOne = onlyOne;
     failing = true;
 }
 

@@ -10,10 +10,10 @@ namespace testsupport {
 // Allocations made so far by operator new of any form.
 std::size_t AllocationCount();
 
-// The allocation after the next `allowed` ones fails, and every one after it,
-// until AllowAllocations. Throwing forms throw std::bad_alloc, non-throwing
-// forms answer null.
-void FailAllocationsAfter(std::size_t allowed);
+// The allocation after the next `allowed` ones fails, and every one after it
+// until AllowAllocations (or, with `onlyOne`, that one alone). Throwing forms
+// throw std::bad_alloc, non-throwing forms answer null.
+void FailAllocationsAfter(std::size_t allowed, bool onlyOne = false);
 void AllowAllocations();
 
 // Fails allocations for the lifetime of the object.

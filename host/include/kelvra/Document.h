@@ -34,6 +34,13 @@ struct CustomColor {
     std::int32_t bookId = 0;  // the colour book it comes from; 0: none
 };
 
+// Where a swatch is: its group's index (0: the default group) and its index
+// in that group.
+struct SwatchPlace {
+    std::size_t group = 0;
+    std::size_t index = 0;
+};
+
 KVSwatchGroupRef HandleOf(const SwatchGroup& group);
 KVSwatchRef HandleOf(const Swatch& swatch);
 KVCustomColorHandle HandleOf(const CustomColor& color);
@@ -54,6 +61,8 @@ public:
     // Over all groups, in order.
     std::size_t SwatchCount() const { return swatchCount_; }
     const Swatch* NthSwatch(std::size_t index) const;
+    // HostError for a swatch of another document.
+    SwatchPlace PlaceOf(const Swatch& swatch) const;
 
     // Editing, as the suites do it. A negative index or one past the end
     // appends; a group never goes before the default group (0 appends too).

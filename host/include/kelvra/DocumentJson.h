@@ -21,11 +21,27 @@
 
 #include <nlohmann/json.hpp>
 
+#include <array>
+#include <filesystem>
 #include <memory>
 
 namespace kelvra {
 
 nlohmann::json ToJson(const Document& document);
+
+// A custom colour's definition: the name of its kind in the JSON form
+// ("cmyk", "rgb", "lab"; an unknown kind reads as "cmyk") and its values in
+// the order written there.
+struct DefinitionValues {
+    const char* kind = "cmyk";
+    std::array<float, 4> values{};
+    std::size_t count = 0;
+};
+DefinitionValues ValuesOf(const KVCustomColor& definition);
+
+// {"kind", "values", "flags"}: a custom colour of the JSON form without its
+// name and book id.
+nlohmann::json ToJson(const KVCustomColor& definition);
 
 // A new document from its JSON form, not yet open (DocumentList::Add).
 // HostError naming the place of the first thing wrong, for example
@@ -33,5 +49,10 @@ nlohmann::json ToJson(const Document& document);
 // "customColors", "tint", "flags" and "bookId" may be left out; "values"
 // belongs to exactly the kinds that have values.
 std::unique_ptr<Document> DocumentFromJson(const nlohmann::json& json);
+
+// A document file (".kv": the JSON form), not yet open. HostError beginning
+// with the file's path when it cannot be read, is not JSON or is not a
+// document: "doc.kv: not JSON: …", "doc.kv: document JSON: name: …".
+std::unique_ptr<Document> ReadDocumentFile(const std::filesystem::path& file);
 
 }  // namespace kelvra

@@ -4,7 +4,12 @@
 //   question   {"type", "text", "key", "answer": true|false}
 //   more-info  {"type", "text", "key", "helpKey", "number"}
 //   usage      {"type", "category", "event", "detail": text or null}
-// "key" is the localisation key the text was made from, "" for plain text.
+//   custom-color-redefined  {"type", "document", "customColor", "old", "new"}
+//   custom-color-shared     {"type", "document", "customColor", "swatches", "definitions"}
+//   empty-swatch-name       {"type", "document", "group", "groupName", "swatch"}
+// "key" is the localisation key the text was made from, "" for plain text;
+// "old" and "new" are definitions {"kind", "values", "flags"} as in the
+// document JSON; "group" and "swatch" count from 0.
 #pragma once
 
 #include "EventLog.h"

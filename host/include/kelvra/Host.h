@@ -13,8 +13,11 @@
 #include "DocumentList.h"
 #include "EventLog.h"
 #include "FaultInjector.h"
+#include "FormatOpening.h"
 #include "HostClock.h"
 #include "HostError.h"
+#include "HostFolders.h"
+#include "HostPreferences.h"
 #include "HostStringTable.h"
 #include "Module.h"
 #include "SuiteCount.h"
@@ -25,6 +28,7 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -71,6 +75,18 @@ struct FileFormatRecord {
     std::int32_t options = 0;
 };
 
+// A suite a module published (through "ZP Suites Suite") and that is still
+// published.
+struct PublishedSuite {
+    std::string name;
+    std::int32_t version = 0;
+    const Module* publisher = nullptr;
+    const void* table = nullptr;
+    // The table's size in bytes when it is a "ZP Blocks Suite" block; the
+    // host cannot tell how long a table in any other memory is.
+    std::optional<std::size_t> tableSize;
+};
+
 class Host {
 public:
     Host();
@@ -89,6 +105,11 @@ public:
     HostStringTable& HostStrings();
     // The open documents and the current one (DocumentList.h).
     DocumentList& Documents();
+    // The directories of the host folder types ("KV Folders Suite").
+    HostFolders& Folders();
+    // The preferences file ("KV Preference Suite") and the remembered
+    // library files.
+    HostPreferences& Preferences();
 
     std::vector<SuiteCount> SuiteCounts() const;
     // Acquisitions not yet released, over all suites.
@@ -99,6 +120,8 @@ public:
     const std::vector<MessageRecord>& Messages() const;
     std::vector<NotifierRecord> Notifiers() const;
     std::vector<FileFormatRecord> FileFormats() const;
+    // By name, then version.
+    std::vector<PublishedSuite> PublishedSuites() const;
 
     // How "KV User Suite" questions are answered: always the same (yes until
     // set), or by asking `policy` with the question's text. Only a bool
@@ -110,6 +133,12 @@ public:
     // What "KV ThreadPool Suite" answers when asked whether a dialog may be
     // shown (yes until set).
     void SetCanShowDialogs(bool can);
+
+    // Offers `file` to every registered file format with "KV Check", each
+    // sent to the module that registered it, and has the first that
+    // accepted read it with "KV Go" into `target`'s document, made current
+    // first (FormatOpening.h). The file is offered whether or not it exists.
+    FormatOpening OpenWithFormats(const std::filesystem::path& file, const FormatTarget& target);
 
     // The basic suite, for tests that act as another plug-in.
     const ZPBasicSuite* BasicSuite() const;

@@ -37,10 +37,10 @@ const void* KVFileFormatSuiteTable();
 const void* KVSwatchListSuiteTable();
 const void* KVSwatchGroupSuiteTable();
 const void* KVCustomColorSuiteTable();
-// Not yet implemented: every slot answers kNotYetAvailableErr.
 const void* KVFoldersSuiteTable();
 const void* KVPreferenceSuiteTable();
 const void* KVPathStyleSuiteTable();
+// Not yet implemented: every slot answers kNotYetAvailableErr.
 const void* KVSwatchLibrariesSuiteTable();
 // The suites a module only holds (KVHeldSuites.h) share one table.
 const void* HeldSuiteTable();

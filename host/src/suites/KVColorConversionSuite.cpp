@@ -2,7 +2,7 @@
 #include "../SuiteCall.h"
 #include "HostSuites.h"
 
-#include <kelvra/ColorConversion.h>
+#include "color/ColorConversion.h"
 
 #include <KVSwatchSuites.h>
 
@@ -16,7 +16,7 @@ ZPErr ConvertColor(HostState&, std::int32_t sourceSpace, const float* source, st
                    float* target) {
     if (source == nullptr || target == nullptr || sourceSpace != kKVLabSpace || targetSpace != kKVRGBSpace)
         return kZPBadParameterErr;
-    const std::array<float, 3> rgb = LabD50ToSrgb(source[0], source[1], source[2]);
+    const std::array<float, 3> rgb = color::LabD50ToSrgb(source[0], source[1], source[2]);
     std::copy(rgb.begin(), rgb.end(), target);
     return kZPNoErr;
 }

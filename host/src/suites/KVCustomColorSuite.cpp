@@ -31,6 +31,7 @@ ZPErr NewCustomColor(HostState& host, const KVCustomColor* definition, KVUnicode
     if (document == nullptr) return kZPNoDocumentErr;
     const CustomColor* made = document->NewCustomColor(text->units, *definition);
     if (made == nullptr) return kZPBadParameterErr;
+    host.imports.Made(*made);
     *customColor = HandleOf(*made);
     return kZPNoErr;
 }
@@ -45,7 +46,9 @@ ZPErr GetCustomColor(HostState& host, KVCustomColorHandle customColor, KVCustomC
 ZPErr SetCustomColor(HostState& host, KVCustomColorHandle customColor, const KVCustomColor* definition) {
     CustomColor* found = FindColor(host, customColor);
     if (found == nullptr || !IsDefinition(definition)) return kZPBadParameterErr;
+    const KVCustomColor previous = found->definition;
     found->definition = *definition;
+    host.imports.Redefined(*found, previous);
     return kZPNoErr;
 }
 

@@ -1,6 +1,7 @@
 // Data filters with real file I/O. A filter is made, linked (which opens
 // it), read or written, and unlinked (which closes it; a written file
-// replaces its target only then, and only when every write succeeded).
+// replaces its target only then, and only when every write succeeded) or
+// discarded (which closes it and keeps nothing written).
 #include "../SuiteCall.h"
 #include "HostSuites.h"
 
@@ -73,12 +74,30 @@ ZPErr WriteDataFilterEntry(KVDataFilterRef filter, const char* store, std::size_
         });
 }
 
+ZPErr DiscardDataFilter(HostState& host, KVDataFilterRef filter) {
+    HostDataFilter* found = host.dataFilters.Find(filter);
+    if (found == nullptr) return kZPBadParameterErr;
+    found->file.Discard();
+    host.dataFilters.Remove(filter);
+    return kZPNoErr;
+}
+
+// A discard is the caller's last word on a filter it cannot use: an
+// injected failure answers its code but the filter still goes, with nothing
+// written kept, so leak counts stay about the caller.
+ZPErr DiscardDataFilterEntry(KVDataFilterRef filter) noexcept {
+    return GuardedCall<ZPErr>(
+        kSuite.text, "DiscardDataFilter", [&](HostState& host) { return DiscardDataFilter(host, filter); },
+        [&](HostState& host) { DiscardDataFilter(host, filter); });
+}
+
 const KVDataFilterSuite table = {
     HostFunction<kSuite, "NewFileDataFilter", &NewFileDataFilter>::Call,
     HostFunction<kSuite, "LinkDataFilter", &LinkDataFilter>::Call,
     HostFunction<kSuite, "UnlinkDataFilter", &UnlinkDataFilter>::Call,
     HostFunction<kSuite, "ReadDataFilter", &ReadDataFilter>::Call,
     WriteDataFilterEntry,
+    DiscardDataFilterEntry,
 };
 
 }  // namespace

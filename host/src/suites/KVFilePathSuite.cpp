@@ -1,13 +1,15 @@
 // File paths on the real file system. A path is kept as its string form;
-// a shortcut is a symbolic link.
+// a shortcut is a symbolic link, resolved to the end of its chain.
 #include "../SuiteCall.h"
+#include "../PathText.h"
 #include "../UnicodeText.h"
 #include "HostSuites.h"
 
 #include <KVStringSuites.h>
 
 #include <sys/stat.h>
-#include <unistd.h>
+
+#include <filesystem>
 
 namespace kelvra {
 
@@ -15,21 +17,26 @@ namespace {
 
 constexpr SuiteName kSuite{kKVFilePathSuite};
 
-// The last component, trailing slashes ignored ("/" stays "/").
-std::string FileName(const std::string& path) {
-    std::size_t end = path.size();
-    while (end > 1 && path[end - 1] == '/') --end;
-    const std::size_t slash = path.rfind('/', end - 1);
-    if (slash == std::string::npos) return path.substr(0, end);
-    if (slash == 0 && end == 1) return "/";
-    return path.substr(slash + 1, end - slash - 1);
-}
+// A symbolic link is followed at most this many times, the limit the
+// system itself applies, so that a resolved path and stat() agree on
+// whether a chain of links ends.
+constexpr int kMaxLinkHops = 40;
 
-// After the name's last dot; none for a name that only starts with one.
-std::string Extension(const std::string& path) {
-    const std::string name = FileName(path);
-    const std::size_t dot = name.rfind('.');
-    return dot == std::string::npos || dot == 0 ? std::string() : name.substr(dot + 1);
+// The final target of a chain of symbolic links; a relative target is
+// taken against the folder of the link that holds it (joined, not
+// normalised, since ".." after a linked folder is not the folder's parent).
+// A loop, or a chain longer than kMaxLinkHops, ends in the empty path: like
+// a dangling link's target it does not exist, so nobody lists it.
+std::string FinalTarget(std::string path) {
+    for (int hop = 0; hop <= kMaxLinkHops; ++hop) {
+        std::error_code notALink;
+        const std::filesystem::path target = std::filesystem::read_symlink(path, notALink);
+        if (notALink) return path;
+        const std::size_t slash = path.rfind('/');
+        path = target.is_absolute() || slash == std::string::npos ? target.string()
+                                                                  : path.substr(0, slash + 1) + target.string();
+    }
+    return std::string();
 }
 
 ZPErr New(HostState& host, KVFilePathRef* path) {
@@ -96,20 +103,12 @@ ZPErr GetFileName(HostState& host, KVFilePathRef path, KVUnicodeStringRef name) 
     return host.SetText(name, Utf8ToUtf16(fileName)) ? kZPNoErr : kZPBadParameterErr;
 }
 
+// Anything that is not a symbolic link is copied as it is.
 ZPErr ResolveShortcut(HostState& host, KVFilePathRef path, KVFilePathRef resolved) {
     const HostFilePath* found = host.filePaths.Find(path);
     HostFilePath* target = host.filePaths.Find(resolved);
     if (found == nullptr || target == nullptr) return kZPBadParameterErr;
-    std::string link(4096, '\0');
-    const ssize_t length = found->path.empty() ? -1 : readlink(found->path.c_str(), link.data(), link.size());
-    if (length < 0 || std::size_t(length) >= link.size()) {
-        target->path = found->path;
-        return kZPNoErr;
-    }
-    link.resize(std::size_t(length));
-    const std::size_t slash = found->path.rfind('/');
-    const bool relative = !link.starts_with('/') && slash != std::string::npos;
-    target->path = relative ? found->path.substr(0, slash + 1) + link : link;
+    target->path = found->path.empty() ? std::string() : FinalTarget(found->path);
     return kZPNoErr;
 }
 

@@ -1,6 +1,5 @@
-// Preferences kept in a file. The module acquires this suite at start-up,
-// so it is published; every function answers kNotYetAvailableErr until the
-// library list needs it.
+// Preferences kept in a file, read on every call (HostPreferences.h). A key
+// is the prefix followed by the suffix.
 #include "../SuiteCall.h"
 #include "HostSuites.h"
 
@@ -10,12 +9,28 @@ namespace kelvra {
 
 namespace {
 
-const KVPreferenceSuite table = [] {
-    KVPreferenceSuite suite{};
-    suite.GetIntegerPreference = &NotYetAvailable;
-    suite.GetFilePathPreference = &NotYetAvailable;
-    return suite;
-}();
+constexpr SuiteName kSuite{kKVPreferenceSuite};
+
+// `value` is written only when the answer is 0.
+ZPErr GetIntegerPreference(HostState& host, const char* prefix, const char* suffix, std::int32_t* value) {
+    if (prefix == nullptr || suffix == nullptr || value == nullptr) return kZPBadParameterErr;
+    return host.preferences.GetInteger(std::string(prefix) + suffix, *value);
+}
+
+// `path` is changed only when the answer is 0.
+ZPErr GetFilePathPreference(HostState& host, const char* prefix, const char* suffix, KVFilePathRef path) {
+    HostFilePath* found = host.filePaths.Find(path);
+    if (prefix == nullptr || suffix == nullptr || found == nullptr) return kZPBadParameterErr;
+    std::string text;
+    if (const ZPErr error = host.preferences.GetString(std::string(prefix) + suffix, text)) return error;
+    found->path = std::move(text);
+    return kZPNoErr;
+}
+
+const KVPreferenceSuite table = {
+    HostFunction<kSuite, "GetIntegerPreference", &GetIntegerPreference>::Call,
+    HostFunction<kSuite, "GetFilePathPreference", &GetFilePathPreference>::Call,
+};
 
 }  // namespace
 

@@ -1,6 +1,7 @@
 // A document's swatch list: its swatches counted over all groups, and each
 // swatch's name and colour. A null list or document is the current one.
 #include "../SuiteCall.h"
+#include "../UnicodeText.h"
 #include "HostSuites.h"
 
 #include <KVSwatchSuites.h>
@@ -42,11 +43,25 @@ ZPErr GetSwatchName(HostState& host, KVSwatchRef swatch, KVUnicodeStringRef name
     return host.SetText(name, found->name) ? kZPNoErr : kZPBadParameterErr;
 }
 
+// A swatch without a name is hard to find again; the user should hear of it.
+Event EmptyNameEvent(const Document& document, const Swatch& swatch) {
+    Event event;
+    event.kind = Event::Kind::EmptySwatchName;
+    event.document = document.Name();
+    const SwatchPlace place = document.PlaceOf(swatch);
+    event.group = std::int32_t(place.group);
+    event.groupName = Utf16ToUtf8(document.Groups()[place.group]->name);
+    event.swatch = std::int32_t(place.index);
+    return event;
+}
+
 ZPErr SetSwatchName(HostState& host, KVSwatchRef swatch, KVUnicodeStringRef name) {
-    Swatch* found = FindSwatch(host, swatch);
+    Document* document = host.documents.OwnerOf(swatch);
     const HostString* text = host.strings.Find(name);
-    if (found == nullptr || text == nullptr) return kZPBadParameterErr;
-    found->name = text->units;
+    if (document == nullptr || text == nullptr) return kZPBadParameterErr;
+    Swatch& found = *document->Find(swatch);
+    found.name = text->units;
+    if (found.name.empty()) host.events.Add(EmptyNameEvent(*document, found));
     return kZPNoErr;
 }
 
@@ -63,8 +78,11 @@ ZPErr SetSwatchColor(HostState& host, KVSwatchRef swatch, const KVColor* color) 
     Document* document = host.documents.OwnerOf(swatch);
     if (document == nullptr || color == nullptr || !IsColorKind(color->kind)) return kZPBadParameterErr;
     // A swatch can only show a custom colour of its own document.
-    if (color->kind == kKVCustomColor && document->Find(color->c.custom.color) == nullptr) return kZPBadParameterErr;
-    document->Find(swatch)->color = *color;
+    const CustomColor* custom = color->kind == kKVCustomColor ? document->Find(color->c.custom.color) : nullptr;
+    if (color->kind == kKVCustomColor && custom == nullptr) return kZPBadParameterErr;
+    Swatch& found = *document->Find(swatch);
+    found.color = *color;
+    if (custom != nullptr) host.imports.Shown(*custom, found);
     return kZPNoErr;
 }
 

@@ -7,7 +7,7 @@
 #include "ImportTesting.h"
 #include "tests/support/ByteWriter.h"
 #include "tests/support/TemporaryFolder.h"
-#include "InProcessHost.h"
+#include "tests/support/InProcessHost.h"
 #include "KVError.h"
 #include "formats/handlers/BookImport.h"
 #include "swatchbook/ReferenceBook.h"
@@ -15,9 +15,9 @@
 
 namespace {
 
-using import_testing::HostPath;
+using testsupport::HostPath;
 
-class BookImportTest : public import_testing::InProcessHostTest {
+class BookImportTest : public testsupport::InProcessHostTest {
 protected:
     kv::ResultCode ErrorOf(void (*import)(KVFilePathRef, OrvikSwatchbook*), const std::filesystem::path& path,
                            OrvikSwatchbook* book) {

@@ -10,13 +10,13 @@
 #include "ImportTesting.h"
 #include "tests/support/ByteWriter.h"
 #include "tests/support/TemporaryFolder.h"
-#include "InProcessHost.h"
+#include "tests/support/InProcessHost.h"
 #include "formats/streams/ByteBuffer.h"
 #include "formats/streams/DataFilterStream.h"
 
 namespace {
 
-using import_testing::HostPath;
+using testsupport::HostPath;
 using testsupport::TemporaryFolder;
 
 constexpr const char* kFilters = "KV Data Filter Suite";
@@ -33,7 +33,7 @@ std::vector<std::uint8_t> FileBytes(const std::filesystem::path& path) {
     return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
 }
 
-class DataFilterStreamTest : public import_testing::InProcessHostTest {
+class DataFilterStreamTest : public testsupport::InProcessHostTest {
 protected:
     // Reads the whole file as the readers do; the buffer's bytes and the
     // number of host reads it took.

@@ -8,7 +8,7 @@
 #include <kelvra/DocumentJson.h>
 
 #include "ImportTesting.h"
-#include "InProcessHost.h"
+#include "tests/support/InProcessHost.h"
 #include "formats/exchange/SwatchExchangeReader.h"
 #include "formats/exchange/SwatchExchangeWriter.h"
 #include "swatchbook/KelvraSwatchBook.h"
@@ -20,28 +20,11 @@ using import_testing::DescribeCustomColors;
 using import_testing::DescribeSwatches;
 using testing::ElementsAre;
 
-class ExportRoundTripTest : public import_testing::InProcessHostTest {};
+class ExportRoundTripTest : public testsupport::InProcessHostTest {};
 
 TEST_F(ExportRoundTripTest, AnExportedDocumentImportsIntoAFreshOneWithTheSameSwatches) {
-    const kelvra::Document& source = host_.Documents().Add(kelvra::DocumentFromJson(nlohmann::json::parse(R"({
-        "name": "Source",
-        "groups": [
-          {"name": "", "swatches": [
-             {"name": "Paper", "kind": "gray", "values": [0.25]},
-             {"name": "Stripes", "kind": "pattern"},
-             {"name": "Sky", "kind": "rgb", "values": [0.25, 0.5, 1]}]},
-          {"name": "Brand", "swatches": [
-             {"name": "Ink", "kind": "cmyk", "values": [0.1, 0.2, 0.3, 0.4]},
-             {"name": "Gold", "kind": "custom", "customColor": "Gold", "tint": 0.5},
-             {"name": "Leaf", "kind": "custom", "customColor": "Leaf"},
-             {"name": "Registration", "kind": "custom", "customColor": "Registration"},
-             {"name": "Wave", "kind": "gradient"},
-             {"name": "Nothing", "kind": "none"}]},
-          {"name": "Empty", "swatches": []}],
-        "customColors": [
-          {"name": "Gold", "kind": "lab", "values": [80, 5, 60], "flags": 1, "bookId": 3000},
-          {"name": "Leaf", "kind": "rgb", "values": [0, 0.5, 0.25]},
-          {"name": "Registration", "kind": "cmyk", "values": [1, 1, 1, 1], "flags": 3}]})")));
+    const kelvra::Document& source =
+        host_.Documents().Add(kelvra::DocumentFromJson(nlohmann::json::parse(import_testing::kMixedSwatchesDocument)));
 
     testsupport::MemoryStream file = testsupport::MemoryStream::Writing();
     {

@@ -9,7 +9,7 @@
 
 #include "ImportTesting.h"
 #include "KVError.h"
-#include "InProcessHost.h"
+#include "tests/support/InProcessHost.h"
 #include "swatchbook/KelvraSwatchBook.h"
 #include "tests/support/Utf16Text.h"
 
@@ -23,7 +23,7 @@ using testsupport::U16;
 
 constexpr ZPErr kFault = ZP_FOURCC('F', 'A', 'L', 'T');
 
-class KelvraSwatchBookTest : public import_testing::InProcessHostTest {
+class KelvraSwatchBookTest : public testsupport::InProcessHostTest {
 protected:
     void SetUp() override {
         InProcessHostTest::SetUp();

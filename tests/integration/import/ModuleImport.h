@@ -13,28 +13,13 @@
 #include <string>
 #include <vector>
 
+#include "HostChecks.h"
 #include "ImportTesting.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace import_testing {
 
 inline constexpr const char* kTintora = TINTORA_MODULE;
-
-// Suites a module still holds and host blocks still live; empty when none.
-std::vector<std::string> SuitesAndBlocks(kelvra::Host& host);
-// The same and the host objects it made and did not give back.
-std::vector<std::string> Leftovers(kelvra::Host& host);
-
-// What the user saw, one line per event: "alert: <text>", "question: <text>
-// -> yes|no", "more-info <number>: <text>", "usage: <category> / <event>".
-std::vector<std::string> Shown(kelvra::Host& host);
-
-// The alert of the swatch exchange reader's failure for the file `name`.
-std::string SwatchExchangeReadError(const std::string& name);
-std::string ColorBookReadError(const std::string& name);
-// What the user sees when a file-format request answers "CANT": the usage
-// event and the unknown-error dialog of the error report.
-std::vector<std::string> CantHappenReport();
 
 class ModuleImportTest : public testing::Test {
 protected:

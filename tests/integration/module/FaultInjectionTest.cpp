@@ -8,10 +8,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "HostChecks.h"
 #include "ModuleTesting.h"
 
 namespace {
 
+using import_testing::RefusedInRun;
+using import_testing::SuitesAndBlocks;
 using module_testing::kProbe;
 using module_testing::kTintora;
 using module_testing::SendProbe;
@@ -24,42 +27,7 @@ constexpr ZPErr kFault = ZP_FOURCC('F', 'A', 'L', 'T');
 // Far more attempts than any of these operations makes calls.
 constexpr std::uint64_t kAttempts = 200;
 
-// Suites held and host blocks live. A host string is not among them: when
-// the host refuses to dispose of one, it is the host's to keep.
-std::vector<std::string> SuitesAndBlocks(kelvra::Host& host) {
-    std::vector<std::string> held;
-    for (const kelvra::SuiteCount& suite : host.SuiteCounts()) {
-        if (suite.Held() != 0 || suite.extraReleases != 0) held.push_back(suite.name);
-    }
-    const kelvra::BlockCounts blocks = host.LiveBlocks();
-    if (blocks.basic != 0) held.push_back(std::to_string(blocks.basic) + " ZPBasic blocks");
-    if (blocks.blocks != 0) held.push_back(std::to_string(blocks.blocks) + " ZP Blocks blocks");
-    if (blocks.badFrees != 0) held.push_back(std::to_string(blocks.badFrees) + " bad frees");
-    return held;
-}
-
 kelvra::CallFault EveryCall(std::uint64_t nth, bool fromThenOn) { return {"", "", nth, fromThenOn, kFault}; }
-
-// Whether the host refused to take a suite back in this run.
-bool ReleaseRefused(kelvra::Host& host) {
-    const auto& failed = host.Faults().FailedCalls();
-    return std::find(failed.begin(), failed.end(),
-                     std::pair<std::string, std::string>(kelvra::kBasicSuiteName, "ReleaseSuite")) != failed.end();
-}
-
-// What a failed run may not leave behind: suites held (when every release
-// was accepted) and host blocks.
-std::vector<std::string> Leftovers(kelvra::Host& host, bool releaseRefused) {
-    std::vector<std::string> left = SuitesAndBlocks(host);
-    if (releaseRefused) {
-        std::erase_if(left, [&](const std::string& item) {
-            for (const kelvra::SuiteCount& suite : host.SuiteCounts())
-                if (suite.name == item) return true;
-            return false;
-        });
-    }
-    return left;
-}
 
 // What start-up or reload answers when a host call fails: the host's code,
 // except that a suite the host did not hand out may also be reported as not
@@ -104,7 +72,7 @@ TEST_P(FaultInjectionTest, StartupWithASuiteCallFailing) {
         host.Faults().FailCall(EveryCall(nth, FromThenOn()));
         const ZPErr result = module.Startup();
         const testing::Matcher<ZPErr> expected = AnswerToFailed(host);
-        const bool releaseRefused = ReleaseRefused(host);
+        const import_testing::Refused refused = RefusedInRun(host);
         host.Faults().Clear();
         if (result == kZPNoErr) {
             EXPECT_EQ(module.Shutdown(), kZPNoErr);
@@ -113,7 +81,7 @@ TEST_P(FaultInjectionTest, StartupWithASuiteCallFailing) {
         }
         EXPECT_THAT(result, expected) << nth;
         EXPECT_EQ(module.Globals(), nullptr) << nth;
-        EXPECT_THAT(Leftovers(host, releaseRefused), IsEmpty()) << nth;
+        EXPECT_THAT(import_testing::SuitesAndBlocksBeyond(host, refused), IsEmpty()) << nth;
     }
     ASSERT_GT(nth, 1u);
     ASSERT_LE(nth, kAttempts);
@@ -149,7 +117,7 @@ TEST_P(FaultInjectionTest, ReloadWithASuiteCallFailing) {
         host.Faults().FailCall(EveryCall(nth, FromThenOn()));
         const ZPErr result = module.Reload();
         const testing::Matcher<ZPErr> expected = AnswerToFailed(host);
-        const bool releaseRefused = ReleaseRefused(host);
+        const import_testing::Refused refused = RefusedInRun(host);
         host.Faults().Clear();
         if (result == kZPNoErr) {
             EXPECT_EQ(module.Purge(), kZPNoErr);
@@ -159,7 +127,7 @@ TEST_P(FaultInjectionTest, ReloadWithASuiteCallFailing) {
         }
         EXPECT_THAT(result, expected) << nth;
         EXPECT_EQ(module.Shutdown(), kZPNoErr) << nth;
-        EXPECT_THAT(Leftovers(host, releaseRefused), IsEmpty()) << nth;
+        EXPECT_THAT(import_testing::SuitesAndBlocksBeyond(host, refused), IsEmpty()) << nth;
     }
     ASSERT_LE(nth, kAttempts);
 }

@@ -45,7 +45,7 @@ TEST(ModuleLifecycleTest, StartupNamesThePluginRegistersItsNotifierAndShutdownGi
     EXPECT_THAT(host.Events().All(), IsEmpty());
 }
 
-TEST(ModuleLifecycleTest, StartupAcquiresEverySuiteTheShellNeeds) {
+TEST(ModuleLifecycleTest, StartupAcquiresEverySuiteThePluginNeeds) {
     kelvra::Host host;
     kelvra::Module& module = host.Load(kTintora);
     ASSERT_EQ(module.Startup(), kZPNoErr);
@@ -61,7 +61,9 @@ TEST(ModuleLifecycleTest, StartupAcquiresEverySuiteTheShellNeeds) {
                           "KV Swatch Group Suite 4", "KV Custom Color Suite 8", "KV Color Conversion Suite 10",
                           "KV Data Filter Suite 10", "KV Path Style Suite 14", "KV Art Set Suite 9",
                           "KV Art Set Generator Suite 3", "KV File Path Suite 8", "KV Global UnicodeString Suite 1",
-                          "KV Counted Object Suite 3", "KV Unicode String Suite 9", "ZP Blocks Suite 2"));
+                          "KV Counted Object Suite 3", "KV Unicode String Suite 9", "ZP Blocks Suite 2",
+                          // through which the plug-in publishes its own suite
+                          "ZP Suites Suite 2"));
     module.Shutdown();
 }
 

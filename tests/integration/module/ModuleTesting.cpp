@@ -45,6 +45,11 @@ std::vector<std::string> Shown(kelvra::Host& host) {
             case kelvra::Event::Kind::Question:
                 shown.push_back("question: " + event.text);
                 break;
+            // What the host itself saw happen is not something the module showed.
+            case kelvra::Event::Kind::CustomColorRedefined:
+            case kelvra::Event::Kind::CustomColorShared:
+            case kelvra::Event::Kind::EmptySwatchName:
+                break;
         }
     }
     return shown;

@@ -4,7 +4,7 @@
 // multiplied-out matrix.
 #include "HostTesting.h"
 
-#include <kelvra/ColorConversion.h>
+#include "color/ColorConversion.h"
 
 #include <KVSwatchSuites.h>
 
@@ -89,7 +89,7 @@ TEST(ColorConversionTest, MatchesAnIndependentComputation) {
     for (double l : {0.0, 5.0, 8.0, 25.0, 50.0, 75.0, 100.0})
         for (double a : {-100.0, -20.0, 0.0, 30.0, 90.0})
             for (double b : {-110.0, -5.0, 0.0, 40.0, 100.0}) {
-                const auto got = kelvra::LabD50ToSrgb(float(l), float(a), float(b));
+                const auto got = color::LabD50ToSrgb(float(l), float(a), float(b));
                 const auto want = Expected(l, a, b);
                 for (int i = 0; i < 3; ++i)
                     EXPECT_NEAR(got[i], want[i], 2e-4) << l << " " << a << " " << b << " channel " << i;
@@ -97,8 +97,8 @@ TEST(ColorConversionTest, MatchesAnIndependentComputation) {
 }
 
 TEST(ColorConversionTest, WhiteIsWhiteAndBlackIsBlack) {
-    const auto white = kelvra::LabD50ToSrgb(100, 0, 0);
-    const auto black = kelvra::LabD50ToSrgb(0, 0, 0);
+    const auto white = color::LabD50ToSrgb(100, 0, 0);
+    const auto black = color::LabD50ToSrgb(0, 0, 0);
     for (int i = 0; i < 3; ++i) {
         EXPECT_NEAR(white[i], 1.0f, 1e-3);
         EXPECT_EQ(black[i], 0.0f);
@@ -106,13 +106,13 @@ TEST(ColorConversionTest, WhiteIsWhiteAndBlackIsBlack) {
 }
 
 TEST(ColorConversionTest, ChannelsAreClampedToZeroToOne) {
-    const auto out = kelvra::LabD50ToSrgb(50, 127, -128);  // far outside sRGB
+    const auto out = color::LabD50ToSrgb(50, 127, -128);  // far outside sRGB
     for (float channel : out) {
         EXPECT_GE(channel, 0.0f);
         EXPECT_LE(channel, 1.0f);
     }
     EXPECT_EQ(out[1], 0.0f);
-    EXPECT_EQ(kelvra::LabD50ToSrgb(150, 0, 0)[0], 1.0f);
+    EXPECT_EQ(color::LabD50ToSrgb(150, 0, 0)[0], 1.0f);
 }
 
 TEST(ColorConversionTest, TheSuiteConvertsLabToRgbOnly) {

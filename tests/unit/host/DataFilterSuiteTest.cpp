@@ -99,6 +99,60 @@ TEST_F(DataFilterSuiteTest, AFailedWriteKeepsTheOldFile) {
     EXPECT_EQ(FilesInFolder(), 1u);
 }
 
+TEST_F(DataFilterSuiteTest, ADiscardedWriteLeavesTheTargetExactlyAsItWas) {
+    std::ofstream(In("out.ose"), std::ios::binary) << "old";
+    const auto written = std::filesystem::last_write_time(In("out.ose"));
+    KVDataFilterRef filter = Open(In("out.ose"), "write");
+    ASSERT_EQ(filters->LinkDataFilter(nullptr, filter), 0u);
+    EXPECT_EQ(Write(filter, "new contents"), 0u);
+    EXPECT_EQ(FilesInFolder(), 2u);  // the temporary file beside it
+    EXPECT_EQ(filters->DiscardDataFilter(filter), 0u);
+    EXPECT_EQ(Contents(In("out.ose")), "old");
+    EXPECT_EQ(std::filesystem::last_write_time(In("out.ose")), written);
+    EXPECT_EQ(FilesInFolder(), 1u);
+    EXPECT_EQ(host.LiveObjects().dataFilters, 0u);
+    EXPECT_EQ(filters->UnlinkDataFilter(filter, nullptr), kZPBadParameterErr);  // it is gone
+}
+
+TEST_F(DataFilterSuiteTest, ADiscardedWriteMakesNoNewFile) {
+    KVDataFilterRef filter = Open(In("new.ose"), "write");
+    ASSERT_EQ(filters->LinkDataFilter(nullptr, filter), 0u);
+    EXPECT_EQ(Write(filter, "contents"), 0u);
+    EXPECT_EQ(filters->DiscardDataFilter(filter), 0u);
+    EXPECT_EQ(FilesInFolder(), 0u);
+}
+
+TEST_F(DataFilterSuiteTest, DiscardFreesReadAndUnlinkedFilters) {
+    std::ofstream(In("a"), std::ios::binary) << "a";
+    KVDataFilterRef reader = Open(In("a"), "read");
+    ASSERT_EQ(filters->LinkDataFilter(nullptr, reader), 0u);
+    KVDataFilterRef neverLinked = Open(In("b"), "write");
+    EXPECT_EQ(filters->DiscardDataFilter(reader), 0u);
+    EXPECT_EQ(filters->DiscardDataFilter(neverLinked), 0u);
+    EXPECT_EQ(host.LiveObjects().dataFilters, 0u);
+    EXPECT_EQ(Contents(In("a")), "a");
+    EXPECT_EQ(FilesInFolder(), 1u);
+}
+
+TEST_F(DataFilterSuiteTest, DiscardOfNoFilterAnswersParm) {
+    EXPECT_EQ(filters->DiscardDataFilter(nullptr), kZPBadParameterErr);
+    KVDataFilterRef filter = Open(In("a"), "write");
+    EXPECT_EQ(filters->DiscardDataFilter(filter), 0u);
+    EXPECT_EQ(filters->DiscardDataFilter(filter), kZPBadParameterErr);  // twice
+}
+
+TEST_F(DataFilterSuiteTest, AFailedDiscardAnswersItsCodeAndStillKeepsNothing) {
+    std::ofstream(In("out.ose"), std::ios::binary) << "old";
+    KVDataFilterRef filter = Open(In("out.ose"), "write");
+    ASSERT_EQ(filters->LinkDataFilter(nullptr, filter), 0u);
+    EXPECT_EQ(Write(filter, "new"), 0u);
+    host.Faults().FailCall({kKVDataFilterSuite, "DiscardDataFilter", 1, false, ZP_FOURCC('D', 'I', 'S', 'K')});
+    EXPECT_EQ(filters->DiscardDataFilter(filter), ZP_FOURCC('D', 'I', 'S', 'K'));
+    EXPECT_EQ(Contents(In("out.ose")), "old");
+    EXPECT_EQ(FilesInFolder(), 1u);
+    EXPECT_EQ(host.LiveObjects().dataFilters, 0u);
+}
+
 TEST_F(DataFilterSuiteTest, WritingIntoAMissingFolderFailsToOpen) {
     KVDataFilterRef filter = Open(In("no/such/folder.ose"), "write");
     EXPECT_EQ(filters->LinkDataFilter(nullptr, filter), kFileOpenErr);

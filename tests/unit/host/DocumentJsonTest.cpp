@@ -1,6 +1,8 @@
 #include <kelvra/DocumentJson.h>
 #include <kelvra/HostError.h>
 
+#include "tests/support/TemporaryFolder.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -177,6 +179,26 @@ TEST(DocumentJsonTest, CustomColoursAreCheckedToo) {
     EXPECT_EQ(Refusal(with({{"name", "C"}, {"kind", "lab"}, {"values", {50, 0, 0}}, {"spot", true}})),
               refused("customColors[0].spot: unknown key"));
     EXPECT_EQ(Refusal({{"name", "d"}, {"customColors", {{"name", "C"}}}}), refused("customColors: not an array"));
+}
+
+TEST(DocumentJsonTest, ADocumentFileIsReadOrRefusedWithItsPath) {
+    testsupport::TemporaryFolder folder;
+    const std::string good = folder.Write("good.kv", kColours.dump());
+    EXPECT_EQ(kelvra::ToJson(*kelvra::ReadDocumentFile(good)), kColours);
+    const std::string notJson = folder.Write("bad.kv", "{\"name\": ");
+    const std::string wrong = folder.Write("wrong.kv", R"({"name": 7})");
+    const std::string missing = (folder.Path() / "missing.kv").string();
+    const auto refusal = [](const std::string& file) {
+        try {
+            kelvra::ReadDocumentFile(file);
+        } catch (const kelvra::HostError& error) {
+            return std::string(error.what());
+        }
+        return std::string("read");
+    };
+    EXPECT_EQ(refusal(notJson), notJson + ": not JSON");
+    EXPECT_EQ(refusal(missing), missing + ": cannot be read");
+    EXPECT_EQ(refusal(wrong).rfind(wrong + ": document JSON: name: ", 0), 0u) << refusal(wrong);
 }
 
 }  // namespace

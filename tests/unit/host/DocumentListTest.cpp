@@ -84,4 +84,31 @@ TEST(DocumentListTest, NullMeansTheCurrentDocumentAndNoneIsNoDocument) {
     EXPECT_EQ(found, nullptr);
 }
 
+TEST(DocumentListTest, AHiddenDocumentIsOpenButNeitherTheUsersNorMadeCurrent) {
+    DocumentList documents;
+    Document& mine = documents.New("mine");
+    Document& library = documents.AddHidden(std::make_unique<Document>("Brights.ose"));
+    EXPECT_EQ(documents.Current(), &mine);
+    EXPECT_TRUE(documents.IsHidden(library));
+    EXPECT_FALSE(documents.IsHidden(mine));
+    EXPECT_EQ(documents.All(), (std::vector<Document*>{&mine, &library}));
+    EXPECT_EQ(documents.Find(library.Handle()), &library);
+    EXPECT_EQ(documents.OwnerOf(library.SwatchList()), &library);
+    documents.MakeCurrent(library);
+    EXPECT_EQ(documents.Current(), &library);
+    documents.Close(library);
+    EXPECT_EQ(documents.Current(), nullptr);
+    EXPECT_EQ(documents.All(), std::vector<Document*>{&mine});
+}
+
+TEST(DocumentListTest, NoneCanBeMadeCurrent) {
+    DocumentList documents;
+    Document& mine = documents.New("mine");
+    documents.MakeNoneCurrent();
+    EXPECT_EQ(documents.Current(), nullptr);
+    Document* found = nullptr;
+    EXPECT_EQ(documents.Resolve(KVDocumentHandle(nullptr), found), kZPNoDocumentErr);
+    EXPECT_EQ(documents.Find(mine.Handle()), &mine);
+}
+
 }  // namespace

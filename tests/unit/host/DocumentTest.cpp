@@ -1,4 +1,5 @@
 #include <kelvra/Document.h>
+#include <kelvra/HostError.h>
 
 #include <gtest/gtest.h>
 
@@ -97,6 +98,23 @@ TEST(DocumentTest, HandlesAreFoundOnlyInTheirOwnDocument) {
     EXPECT_EQ(mine.Find(static_cast<KVCustomColorHandle>(nullptr)), nullptr);
     EXPECT_NE(mine.Handle(), other.Handle());
     EXPECT_NE(mine.SwatchList(), other.SwatchList());
+}
+
+
+TEST(DocumentTest, ASwatchsPlaceIsItsGroupAndItsIndexThere) {
+    Document document("d");
+    kelvra::SwatchGroup& brand = document.InsertGroup(-1);
+    const kelvra::Swatch& first = document.InsertSwatch(*document.Groups()[0], -1);
+    document.InsertSwatch(brand, -1);
+    const kelvra::Swatch& second = document.InsertSwatch(brand, -1);
+    const kelvra::Swatch& before = document.InsertSwatch(brand, 0);
+    EXPECT_EQ(document.PlaceOf(first).group, 0u);
+    EXPECT_EQ(document.PlaceOf(first).index, 0u);
+    EXPECT_EQ(document.PlaceOf(second).group, 1u);
+    EXPECT_EQ(document.PlaceOf(second).index, 2u);
+    EXPECT_EQ(document.PlaceOf(before).index, 0u);
+    Document other("o");
+    EXPECT_THROW(other.PlaceOf(first), kelvra::HostError);
 }
 
 }  // namespace

@@ -37,6 +37,26 @@ TEST(EventLogTest, ReadableLinesKeepEachEventOnOneLine) {
     EXPECT_EQ(kelvra::ReadableLine(usage), "usage: Error Dialog with More Info Button / kCantHappenErr / TintoraPlugin");
 }
 
+TEST(EventLogTest, WhatTheHostSawReadsOnOneLineWithTheValuesAsStored) {
+    Event redefined;
+    redefined.kind = Event::Kind::CustomColorRedefined;
+    redefined.document = "Untitled";
+    redefined.customColor = "Red";
+    redefined.before.kind = kKVCustomThreeColor;
+    redefined.before.c.three = {1, 0, 0};
+    redefined.before.flags = kKVCustomSpotColor;
+    redefined.after.kind = kKVCustomLabColor;
+    redefined.after.c.lab = {50, -20.5f, 30};
+    redefined.after.flags = kKVCustomRegistrationColor;
+    EXPECT_EQ(kelvra::ReadableLine(redefined),
+              "custom-color-redefined: \"Red\" in \"Untitled\": rgb 1 0 0, spot -> lab 50 -20.5 30, global, "
+              "registration");
+    EXPECT_EQ(kelvra::ToJson(redefined), nlohmann::json::parse(R"({
+        "type": "custom-color-redefined", "document": "Untitled", "customColor": "Red",
+        "old": {"kind": "rgb", "values": [1, 0, 0], "flags": 1},
+        "new": {"kind": "lab", "values": [50, -20.5, 30], "flags": 2}})"));
+}
+
 TEST(EventLogTest, KeepsEventsInOrderAndCountsThemByKind) {
     kelvra::EventLog log;
     log.Add(Alert("one"));

@@ -65,8 +65,8 @@ TEST_F(HostTest, EverySuiteTheModuleAcquiresIsThere) {
 }
 
 TEST_F(HostTest, FunctionsOfLaterWorkAnswerNotYetAvailable) {
-    const auto* folders = Acquire<KVFoldersSuite>(host, kKVFoldersSuite, 5);
-    EXPECT_EQ(folders->FindFolder(1, 0, nullptr), ZP_FOURCC('!', 'I', 'M', 'P'));
+    const auto* libraries = Acquire<KVSwatchLibrariesSuite>(host, kKVSwatchLibrariesSuite, 8);
+    EXPECT_EQ(libraries->HandleSwatchLibraryFile(nullptr), ZP_FOURCC('!', 'I', 'M', 'P'));
 }
 
 TEST_F(HostTest, CountsAcquisitionsAndReleases) {
@@ -282,6 +282,32 @@ TEST_F(HostWithModuleTest, NotifiersAreRegisteredForTheirOwner) {
     EXPECT_EQ(host.Notifiers()[0].type, kKVSaveUserDataNotifier);
     EXPECT_EQ(notifiers->AddNotifier(nullptr, "n", "t", &handle), kZPBadParameterErr);
     EXPECT_EQ(handle, nullptr);
+}
+
+TEST_F(HostWithModuleTest, PublishedSuitesAreListedWithTheSizeOfATableTheHostAllocated) {
+    const auto* suites = Acquire<ZPSuitesSuite>(host, kZPSuitesSuite, 2);
+    const auto* blocks = Acquire<ZPBlocksSuite>(host, kZPBlocksSuite, 2);
+    void* table = nullptr;
+    ASSERT_EQ(blocks->AllocateBlock(24, "KV Test Suite", &table), 0u);
+    static const int staticTable[2] = {1, 2};
+    ZPSuiteRef published = nullptr;
+    ASSERT_EQ(suites->AddSuite(nullptr, plugin, "KV Test Suite", 3, 1, table, &published), 0u);
+    ASSERT_EQ(suites->AddSuite(nullptr, plugin, "KV Other Suite", 1, 1, staticTable, &published), 0u);
+    ASSERT_EQ(suites->AddSuite(nullptr, nullptr, "KV Test Only", 1, 1, staticTable, &published), 0u);
+    const std::vector<kelvra::PublishedSuite> listed = host.PublishedSuites();
+    ASSERT_EQ(listed.size(), 2u);  // not the one a test published without a plug-in
+    EXPECT_EQ(listed[0].name, "KV Other Suite");
+    EXPECT_EQ(listed[0].version, 1);
+    EXPECT_EQ(listed[0].table, staticTable);
+    EXPECT_FALSE(listed[0].tableSize.has_value());
+    EXPECT_EQ(listed[1].name, "KV Test Suite");
+    EXPECT_EQ(listed[1].version, 3);
+    EXPECT_EQ(listed[1].publisher, &module);
+    EXPECT_EQ(listed[1].table, table);
+    EXPECT_EQ(listed[1].tableSize, 24u);
+    EXPECT_EQ(module.Shutdown(), 0u);  // never started: it holds nothing, and its suites are withdrawn
+    EXPECT_TRUE(host.PublishedSuites().empty());
+    EXPECT_EQ(host.LiveBlocks().blocks, 0u);  // the host freed the table it allocated
 }
 
 }  // namespace

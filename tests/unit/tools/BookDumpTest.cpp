@@ -3,14 +3,21 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <sstream>
 
 #include "swatchbook/ReferenceBook.h"
 
 namespace {
 
+std::string Dump(std::int32_t result, const ReferenceBook& book, bool pretty = false) {
+    std::ostringstream out;
+    tool::DumpBook(out, result, book, pretty);
+    return out.str();
+}
+
 TEST(DumpBook, WritesAnEmptyBook) {
     ReferenceBook book;
-    EXPECT_EQ(tool::DumpBook(5, book),
+    EXPECT_EQ(Dump(5, book),
               "{\"result\": 5, \"book\": {\"version\": 0, \"pageSize\": 0, \"pageKeyOffset\": 0, \"bookId\": 0, "
               "\"title\": \"\", \"copyright\": \"\", \"prefix\": \"\", \"postfix\": \"\", "
               "\"formats\": [], \"swatches\": []}}");
@@ -42,7 +49,7 @@ TEST(DumpBook, WritesPropertiesStoredFormatStringsAndSwatchRecords) {
     book.SetSwatchValuesNative(0, 0, rgb);
     book.AddSwatch(-1);
 
-    EXPECT_EQ(tool::DumpBook(0, book),
+    EXPECT_EQ(Dump(0, book),
               "{\"result\": 0, \"book\": {\"version\": 2, \"pageSize\": 7, \"pageKeyOffset\": 3, \"bookId\": 3005, "
               "\"title\": \"Past\\u00e9ls\", \"copyright\": \"\\u0022c\\u0022\", \"prefix\": \"P \", "
               "\"postfix\": \" C\", \"formats\": ["
@@ -60,7 +67,70 @@ TEST(DumpBook, WritesAFullLengthNameWhole) {
     book.AddSwatch(-1);
     const std::u16string name(31, u'x');
     ASSERT_TRUE(book.SetSwatchName(0, name));
-    EXPECT_NE(tool::DumpBook(0, book).find("\"name\": \"" + std::string(31, 'x') + "\""), std::string::npos);
+    EXPECT_NE(Dump(0, book).find("\"name\": \"" + std::string(31, 'x') + "\""), std::string::npos);
+}
+
+TEST(DumpBook, PrettyIndentsAndNamesEachCodeBesideItsNumber) {
+    ReferenceBook book;
+    book.AddFormat();
+    book.SetFormatColorSpace(0, 5);
+    book.SetFormatEncoding(0, 3);
+    book.AddSwatch(-1);
+    book.SetSwatchKind(0, 1);
+    book.SetSwatchName(0, u"Ink");
+    const double cmyk[] = {1, 0, 0, 0};
+    book.SetSwatchValuesNative(0, 0, cmyk);
+    book.AddSwatch(-1);
+    EXPECT_EQ(Dump(5, book, true),
+              "{\n"
+              "  \"result\": 5,\n"
+              "  \"resultMeaning\": \"the data ended early\",\n"
+              "  \"book\": {\n"
+              "    \"version\": 0,\n"
+              "    \"pageSize\": 0,\n"
+              "    \"pageKeyOffset\": 0,\n"
+              "    \"bookId\": 0,\n"
+              "    \"title\": \"\",\n"
+              "    \"copyright\": \"\",\n"
+              "    \"prefix\": \"\",\n"
+              "    \"postfix\": \"\",\n"
+              "    \"formats\": [\n"
+              "      {\n"
+              "        \"colorSpace\": 5,\n"
+              "        \"colorSpaceMeaning\": \"CMYK\",\n"
+              "        \"encoding\": 3,\n"
+              "        \"encodingMeaning\": \"Float\",\n"
+              "        \"channels\": 4,\n"
+              "        \"condition\": \"\",\n"
+              "        \"colorSpaceName\": \"\",\n"
+              "        \"id\": \"\"\n"
+              "      }\n"
+              "    ],\n"
+              "    \"swatches\": [\n"
+              "      {\n"
+              "        \"kind\": 1,\n"
+              "        \"kindMeaning\": \"spot\",\n"
+              "        \"name\": \"Ink\",\n"
+              "        \"colorSpace\": 5,\n"
+              "        \"colorSpaceMeaning\": \"CMYK\",\n"
+              "        \"values\": [1, 0, 0, 0]\n"
+              "      },\n"
+              "      {\n"
+              "        \"kind\": 0,\n"
+              "        \"kindMeaning\": \"no kind (an empty place)\",\n"
+              "        \"name\": \"\",\n"
+              "        \"colorSpace\": 0,\n"
+              "        \"colorSpaceMeaning\": \"none\",\n"
+              "        \"values\": [0, 0, 0, 0]\n"
+              "      }\n"
+              "    ]\n"
+              "  }\n"
+              "}");
+}
+
+TEST(DumpBook, ACodeWithoutAMeaningIsCalledUnknown) {
+    const ReferenceBook book;
+    EXPECT_NE(Dump(77, book, true).find("\"result\": 77,\n  \"resultMeaning\": \"unknown\",\n"), std::string::npos);
 }
 
 }  // namespace

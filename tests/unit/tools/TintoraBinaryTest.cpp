@@ -2,60 +2,66 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <sys/wait.h>
+#include <sys/stat.h>
 
-#include <cstdio>
 #include <string>
 
+#include "tests/support/ChildProgram.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace {
 
-struct Outcome {
-    int status;
-    std::string out;
-};
-
-Outcome RunBinary(const std::string& arguments) {
-    const std::string command = std::string(TINTORA_BINARY) + " " + arguments + " 2>/dev/null";
-    FILE* pipe = popen(command.c_str(), "r");
-    std::string out;
-    char chunk[4096];
-    for (std::size_t got; (got = fread(chunk, 1, sizeof chunk, pipe)) > 0;) out.append(chunk, got);
-    const int status = pclose(pipe);
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, out};
+testsupport::ProgramResult RunBinary(std::vector<std::string> arguments,
+                                     const testsupport::ProgramSettings& settings = {}) {
+    arguments.insert(arguments.begin(), TINTORA_BINARY);
+    return testsupport::RunProgram(arguments, settings);
 }
 
 TEST(TintoraBinary, TracesAFileAndExitsWithZero) {
     testsupport::TemporaryFolder folder;
     const auto file = folder.Write("book.xml", std::string("<OrvikSwatchbook Version=\"4\"/>"));
-    const Outcome outcome = RunBinary("trace '" + file + "'");
-    EXPECT_EQ(outcome.status, 0);
-    EXPECT_EQ(outcome.out,
+    const auto outcome = RunBinary({"trace", file});
+    EXPECT_EQ(outcome.exitStatus, 0);
+    EXPECT_EQ(outcome.output,
               "{\"op\": \"BeginFill\", \"args\": []}\n"
               "{\"op\": \"SetVersion\", \"args\": [4]}\n"
               "{\"op\": \"EndFill\", \"args\": []}\n"
               "{\"result\": 0}\n");
 }
 
-TEST(TintoraBinary, ExitsWithZeroWhenTheReaderFails) {
+TEST(TintoraBinary, ExitsWithOneWhenTheReaderFails) {
     testsupport::TemporaryFolder folder;
     const auto file = folder.Write("book.xml", std::string("<OrvikSwatchbook>"));
-    const Outcome outcome = RunBinary("dump '" + file + "'");
-    EXPECT_EQ(outcome.status, 0);
-    EXPECT_THAT(outcome.out, testing::StartsWith("{\"result\": 2, "));
+    const auto outcome = RunBinary({"dump", file});
+    EXPECT_EQ(outcome.exitStatus, 1);
+    EXPECT_THAT(outcome.output, testing::StartsWith("{\"result\": 2, "));
 }
 
-TEST(TintoraBinary, ExitsWithNonZeroWhenItCannotRun) {
+TEST(TintoraBinary, ExitsWithTwoWhenItCannotRun) {
     testsupport::TemporaryFolder folder;
-    EXPECT_NE(RunBinary("trace --no-such-option x").status, 0);
-    EXPECT_NE(RunBinary("dump '" + (folder.Path() / "missing.xml").string() + "'").status, 0);
+    EXPECT_EQ(RunBinary({"trace", "--no-such-option", "x"}).exitStatus, 2);
+    EXPECT_EQ(RunBinary({"dump", (folder.Path() / "missing.xml").string()}).exitStatus, 2);
 }
 
-TEST(TintoraBinary, AnswersHelp) {
-    const Outcome outcome = RunBinary("prescan --help");
-    EXPECT_EQ(outcome.status, 0);
-    EXPECT_THAT(outcome.out, testing::HasSubstr("Usage: tintora prescan"));
+TEST(TintoraBinary, SaysWhyItCannotReadAFileWhosePermissionsWereDropped) {
+    testsupport::TemporaryFolder folder;
+    const auto file = folder.Write("locked.xml", std::string("<OrvikSwatchbook/>"));
+    ASSERT_EQ(chmod(file.c_str(), 0), 0);
+    testsupport::ProgramSettings settings;
+    settings.withoutPermissionOverride = true;
+    const auto outcome = RunBinary({"dump", file}, settings);
+    EXPECT_EQ(outcome.exitStatus, 2);
+    EXPECT_EQ(outcome.output, "");
+    EXPECT_EQ(outcome.errors, "tintora: cannot read " + file + ": Permission denied\n");
+}
+
+TEST(TintoraBinary, AnswersHelpAndItsVersion) {
+    const auto help = RunBinary({"prescan", "--help"});
+    EXPECT_EQ(help.exitStatus, 0);
+    EXPECT_THAT(help.output, testing::HasSubstr("Usage: tintora prescan"));
+    const auto version = RunBinary({"--version"});
+    EXPECT_EQ(version.exitStatus, 0);
+    EXPECT_EQ(version.output, "tintora 0.1.0\n");
 }
 
 }  // namespace

@@ -137,11 +137,12 @@ TEST(TintoraTrace, FindsTheFormatByExtensionThenByContent) {
               "{\"op\": \"BeginFill\", \"args\": []}\n{\"op\": \"EndFill\", \"args\": []}\n{\"result\": 2}\n");
 }
 
-TEST(TintoraTrace, ExitsWithZeroWhenTheReaderFails) {
+TEST(TintoraTrace, ExitsWithOneWhenTheReaderFailsAndPrintsEverythingAllTheSame) {
     TemporaryFolder folder;
     const auto run = RunTool({"trace", "--format", "ocb", folder.Write("book.xml", kXmlBook)});
-    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.status, 1);
     EXPECT_EQ(run.out, "{\"result\": 3}\n");
+    EXPECT_EQ(run.err, "");
 }
 
 TEST(TintoraDump, PrintsTheBookAfterAnXmlRead) {
@@ -180,12 +181,26 @@ TEST(TintoraDump, PrintsTheBookAfterASwatchExchangeRead) {
               "\"values\": [0.10000000149011612, \"NaN\", 1, 0]}]}}\n");
 }
 
-TEST(TintoraDump, PrintsTheBookAfterAFailedRead) {
+TEST(TintoraDump, PrintsTheBookAfterAFailedReadAndExitsWithOne) {
     TemporaryFolder folder;
     const auto run = RunTool({"dump", folder.Write("book.xml", std::string(R"(<OrvikSwatchbook BookID="9"><Swatches>)"))});
-    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.status, 1);
     EXPECT_THAT(run.out, StartsWith("{\"result\": 2, \"book\": {\"version\": 0, \"pageSize\": 0, "
                                     "\"pageKeyOffset\": 0, \"bookId\": 9, "));
+}
+
+TEST(TintoraDump, JsonIsTheCompactFormAndPrettyIndentsItAndNamesTheCodes) {
+    TemporaryFolder folder;
+    const auto file = folder.Write("book.ocb", testsupport::BuildColorBook(SmallColorBook()));
+    const auto compact = RunTool({"dump", file});
+    EXPECT_EQ(RunTool({"dump", "--json", file}).out, compact.out);
+    const auto pretty = RunTool({"dump", "--pretty", file});
+    EXPECT_EQ(pretty.status, 0);
+    EXPECT_THAT(pretty.out, StartsWith("{\n  \"result\": 0,\n  \"resultMeaning\": \"read completely\",\n  \"book\": {\n"
+                                       "    \"version\": 0,\n"));
+    EXPECT_THAT(pretty.out, HasSubstr("        \"kind\": 2,\n        \"kindMeaning\": \"global\",\n"));
+    EXPECT_THAT(pretty.out, HasSubstr("        \"colorSpace\": 4,\n        \"colorSpaceMeaning\": \"RGB\",\n"));
+    EXPECT_THAT(pretty.out, testing::EndsWith("\n}\n"));
 }
 
 TEST(TintoraPrescan, CountsUnsupportedBlocks) {
@@ -197,6 +212,9 @@ TEST(TintoraPrescan, CountsUnsupportedBlocks) {
     run = RunTool({"prescan", "--json", file});
     EXPECT_EQ(run.status, 0);
     EXPECT_EQ(run.out, "{\"unsupported\": 1, \"wellFormed\": true}\n");
+    run = RunTool({"prescan", "--pretty", file});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.out, "{\n  \"unsupported\": 1,\n  \"wellFormed\": true\n}\n");
 }
 
 TEST(TintoraPrescan, TellsAFileThatIsNotWellFormed) {
@@ -207,7 +225,7 @@ TEST(TintoraPrescan, TellsAFileThatIsNotWellFormed) {
     const auto file = folder.Write("book.ose", bytes);
     EXPECT_EQ(RunTool({"prescan", file}).out, "unsupported blocks: 1\nwell formed: no\n");
     const auto run = RunTool({"prescan", "--json", file});
-    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.status, 1);
     EXPECT_EQ(run.out, "{\"unsupported\": 1, \"wellFormed\": false}\n");
 }
 
@@ -225,21 +243,38 @@ TEST(Tintora, FailsToRunOnABadCommandLine) {
              {"prescan", "--flags", "1", file},
              {"trace", file, file}}) {
         const auto run = RunTool(args);
-        EXPECT_NE(run.status, 0) << testing::PrintToString(args);
+        EXPECT_EQ(run.status, 2) << testing::PrintToString(args);
         EXPECT_EQ(run.out, "") << testing::PrintToString(args);
-        EXPECT_NE(run.err, "") << testing::PrintToString(args);
+        EXPECT_THAT(run.err, HasSubstr("Run \"tintora")) << testing::PrintToString(args);
     }
 }
 
-TEST(Tintora, FailsToRunOnAFileItCannotRead) {
+TEST(Tintora, NamesAnUnknownCommandAndTheOptionThatIsWrong) {
+    auto run = RunTool({"frob", "x"});
+    EXPECT_EQ(run.err, "tintora: unknown command \"frob\" (the commands are trace, dump, prescan, convert, sheet)\n"
+                       "Run \"tintora --help\" for help.\n");
+    run = RunTool({"dump", "--format", "pdf", "x"});
+    EXPECT_THAT(run.err, StartsWith("tintora dump: --format: pdf not in {"));
+}
+
+TEST(Tintora, TellsItsVersion) {
+    const auto run = RunTool({"--version"});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.out, "tintora 0.1.0\n");
+}
+
+TEST(Tintora, FailsToRunOnAFileItCannotReadAndSaysWhy) {
     TemporaryFolder folder;
+    const std::string missing = (folder.Path() / "missing.xml").string();
+    const std::string directory = folder.Path().string();
     for (const std::string command : {"trace", "dump", "prescan"}) {
-        for (const std::string& file : {(folder.Path() / "missing.xml").string(), folder.Path().string()}) {
-            const auto run = RunTool({command, file});
-            EXPECT_NE(run.status, 0) << command << " " << file;
-            EXPECT_EQ(run.out, "") << command << " " << file;
-            EXPECT_THAT(run.err, HasSubstr(file)) << command << " " << file;
-        }
+        auto run = RunTool({command, missing});
+        EXPECT_EQ(run.status, 2) << command;
+        EXPECT_EQ(run.out, "") << command;
+        EXPECT_EQ(run.err, "tintora: cannot read " + missing + ": No such file or directory\n") << command;
+        run = RunTool({command, directory});
+        EXPECT_EQ(run.status, 2) << command;
+        EXPECT_EQ(run.err, "tintora: cannot read " + directory + ": Is a directory\n") << command;
     }
 }
 
@@ -262,11 +297,17 @@ TEST(Tintora, ExplainsEachSubcommand) {
     EXPECT_EQ(run.status, 0);
     EXPECT_THAT(run.out, HasSubstr("Usage: tintora dump"));
     EXPECT_THAT(run.out, HasSubstr("\"swatches\""));
+    EXPECT_THAT(run.out, HasSubstr("--pretty"));
+    EXPECT_THAT(run.out, HasSubstr("result 0 read completely, 1 the file could not be opened or read, "));
+    EXPECT_THAT(run.out, HasSubstr("kind 0 no kind (an empty place), 1 spot, 2 global, 3 process"));
+    EXPECT_THAT(run.out, HasSubstr("colorSpace 0 none, 1 custom, 2 gray, 3 Lab, 4 RGB, 5 CMYK, 6 XYZ"));
+    EXPECT_THAT(run.out, HasSubstr("Exit status: 0 when the reader read the file completely (result 0); 1 "));
 
     run = RunTool({"prescan", "--help"});
     EXPECT_EQ(run.status, 0);
     EXPECT_THAT(run.out, HasSubstr("Usage: tintora prescan"));
     EXPECT_THAT(run.out, HasSubstr("--json"));
+    EXPECT_THAT(run.out, HasSubstr("Exit status: 0 when the file is well formed; 1 when it is not; 2 when"));
 }
 
 }  // namespace

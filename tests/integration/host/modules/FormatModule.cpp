@@ -14,6 +14,9 @@
 //   ask TEXT                      a question; "no" ends the import with "STOP"
 //   alert TEXT                    an alert
 //   fail CODE                     ends the import with the four-character CODE
+//   open PATH                     has the host open PATH as a library document
+//                                 ("KV Path Style Suite" 5), which enters this
+//                                 module again while it imports
 //
 // Swatches go into the document named in the request; custom colours into
 // the current one. A host failure ends the import with the host's code.
@@ -48,6 +51,7 @@ struct Suites {
     const KVCustomColorSuite* colors = nullptr;
     const KVColorConversionSuite* conversion = nullptr;
     const KVUserSuite* user = nullptr;
+    const KVPathStyleSuite* pathStyle = nullptr;
 };
 
 struct State {
@@ -70,7 +74,7 @@ void ReleaseSuites(const ZPBasicSuite* basic, Suites& suites) {
         SUITE_USE(paths, kKVFilePathSuite),         SUITE_USE(filters, kKVDataFilterSuite),
         SUITE_USE(lists, kKVSwatchListSuite),       SUITE_USE(groups, kKVSwatchGroupSuite),
         SUITE_USE(colors, kKVCustomColorSuite),     SUITE_USE(conversion, kKVColorConversionSuite),
-        SUITE_USE(user, kKVUserSuite),
+        SUITE_USE(user, kKVUserSuite),               SUITE_USE(pathStyle, kKVPathStyleSuite),
     };
     for (const SuiteUse& use : uses) {
         if (*use.slot != nullptr) basic->ReleaseSuite(use.name, use.version);
@@ -84,7 +88,7 @@ ZPErr AcquireSuites(const ZPBasicSuite* basic, Suites& suites) {
         SUITE_USE(paths, kKVFilePathSuite),         SUITE_USE(filters, kKVDataFilterSuite),
         SUITE_USE(lists, kKVSwatchListSuite),       SUITE_USE(groups, kKVSwatchGroupSuite),
         SUITE_USE(colors, kKVCustomColorSuite),     SUITE_USE(conversion, kKVColorConversionSuite),
-        SUITE_USE(user, kKVUserSuite),
+        SUITE_USE(user, kKVUserSuite),               SUITE_USE(pathStyle, kKVPathStyleSuite),
     };
     for (const SuiteUse& use : uses) {
         if (const ZPErr error = basic->AcquireSuite(use.name, use.version, use.slot)) {
@@ -208,6 +212,7 @@ public:
         if (is("group")) return Group(rest, restLength);
         if (is("ask")) return Ask(rest, restLength);
         if (is("alert")) return Alert(rest, restLength);
+        if (is("open")) return Open(rest, restLength);
         if (is("fail")) return restLength == 4 ? ZP_FOURCC(rest[0], rest[1], rest[2], rest[3]) : kZPCantHappenErr;
         if (is("spot")) return Spot(rest, line + length);
         const char* end = line + length;
@@ -259,6 +264,17 @@ private:
         return suites_.user->ErrorAlert(text.Get());
     }
 
+    ZPErr Open(const char* file, size_t length) {
+        HostString text(suites_.strings, file, length);
+        RETURN_IF_ERROR(text.Error());
+        KVFilePathRef path = nullptr;
+        RETURN_IF_ERROR(suites_.paths->NewFromString(text.Get(), &path));
+        KVDocumentHandle document = nullptr;
+        const ZPErr error = suites_.pathStyle->OpenLibraryDocument(path, &document);
+        suites_.paths->Dispose(path);
+        return error;
+    }
+
     ZPErr Swatch(const char* name, size_t length, const KVColor& color) {
         HostString text(suites_.strings, name, length);
         RETURN_IF_ERROR(text.Error());
@@ -302,21 +318,32 @@ private:
     KVSwatchGroupRef group_ = nullptr;
 };
 
-char fileText[65536];
+constexpr size_t kFileCapacity = 65536;
 
-ZPErr Go(const Suites& suites, const KVFileFormatMessage& message) {
-    RETURN_IF_ERROR(ReadFile(suites, message.data.file, fileText, sizeof fileText));
+ZPErr Import(const Suites& suites, const KVFileFormatMessage& message, const char* text) {
     KVSwatchListRef list = nullptr;
     RETURN_IF_ERROR(suites.lists->GetSwatchList(message.data.document, &list));
     Importer importer(suites, list);
     RETURN_IF_ERROR(importer.Start());
-    for (const char* line = fileText; *line != '\0';) {
+    for (const char* line = text; *line != '\0';) {
         const char* newline = std::strchr(line, '\n');
         const size_t length = newline != nullptr ? size_t(newline - line) : std::strlen(line);
         if (length != 0) RETURN_IF_ERROR(importer.Line(line, length));
         line += length + (newline != nullptr ? 1 : 0);
     }
     return 0;
+}
+
+// Each import has its own copy of its file: an "open" line imports another
+// file before this one is done.
+ZPErr Go(const Suites& suites, const KVFileFormatMessage& message) {
+    void* memory = nullptr;
+    RETURN_IF_ERROR(kv::ZPBasicAllocateBlock(kFileCapacity, &memory));
+    char* text = static_cast<char*>(memory);
+    ZPErr error = ReadFile(suites, message.data.file, text, kFileCapacity);
+    if (error == 0) error = Import(suites, message, text);
+    kv::ZPBasicFreeBlock(memory);
+    return error;
 }
 
 bool Is(const char* a, const char* b) { return std::strcmp(a, b) == 0; }

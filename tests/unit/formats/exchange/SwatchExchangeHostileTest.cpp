@@ -5,7 +5,7 @@
 #include "formats/ReaderResult.h"
 #include "formats/exchange/SwatchExchangePrescan.h"
 #include "formats/exchange/SwatchExchangeReader.h"
-#include "tests/support/GroupedBook.h"
+#include "swatchbook/CompleteBook.h"
 #include "tests/support/MemoryStream.h"
 #include "tests/support/SwatchExchangeBuilder.h"
 
@@ -35,7 +35,7 @@ protected:
         }
     }
 
-    std::int32_t Read(const Bytes& bytes, testsupport::GroupedBook& book) {
+    std::int32_t Read(const Bytes& bytes, CompleteBook& book) {
         auto stream = MemoryStream::Reading(bytes);
         return ReadSwatchExchange(stream, book, 0);
     }
@@ -55,7 +55,7 @@ TEST_F(SwatchExchangeHostileTest, EveryTruncationGives5AndKeepsTheSwatchesBegunB
     for (std::size_t size = 0; size <= whole.size(); ++size) {
         SCOPED_TRACE(size);
         const Bytes cut(whole.begin(), whole.begin() + std::ptrdiff_t(size));
-        testsupport::GroupedBook book;
+        CompleteBook book;
         EXPECT_EQ(Read(cut, book), size == whole.size() ? kReadOK : kReadTruncated);
         std::int32_t begun = 0;
         for (std::size_t point : swatchPoints) begun += size >= point ? 1 : 0;
@@ -72,7 +72,7 @@ TEST_F(SwatchExchangeHostileTest, EveryFlippedByteEndsWithAResult) {
         SCOPED_TRACE(at);
         Bytes damaged = whole;
         damaged[at] ^= 0xFF;
-        testsupport::GroupedBook book;
+        CompleteBook book;
         const std::int32_t result = Read(damaged, book);
         std::int32_t count = -1;
         const std::int32_t prescan = Prescan(damaged, count);
@@ -101,14 +101,14 @@ TEST_F(SwatchExchangeHostileTest, FieldsAndLengthsFarPastTheEndGive5) {
         SCOPED_TRACE(block);
         Bytes damaged = whole;
         testsupport::PatchU32(damaged, blockStarts[block] + 2, 0xFFFFFFF0u);
-        testsupport::GroupedBook book;
+        CompleteBook book;
         EXPECT_EQ(Read(damaged, book), kReadTruncated);
         std::int32_t count = -1;
         EXPECT_EQ(Prescan(damaged, count), 0);
     }
     Bytes manyBlocks = whole;
     testsupport::PatchU32(manyBlocks, 8, 10000);
-    testsupport::GroupedBook book;
+    CompleteBook book;
     EXPECT_EQ(Read(manyBlocks, book), kReadTruncated);
     EXPECT_EQ(book.CountSwatches(), 4);
 }

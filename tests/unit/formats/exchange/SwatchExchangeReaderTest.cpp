@@ -7,7 +7,7 @@
 #include <limits>
 
 #include "formats/ReaderResult.h"
-#include "tests/support/GroupedBook.h"
+#include "swatchbook/CompleteBook.h"
 #include "tests/support/MemoryStream.h"
 #include "tests/support/MockSwatchbook.h"
 #include "tests/support/SwatchExchangeBuilder.h"
@@ -101,7 +101,7 @@ TEST(SwatchExchangeReaderTest, ExactlyTwelveBytesWithNoBlocksSucceedAndClearTheB
     EXPECT_CALL(book, BeginFill());
     EXPECT_EQ(Read(file, book), kReadOK);
 
-    testsupport::GroupedBook filled;
+    CompleteBook filled;
     ASSERT_EQ(Read(BuildSwatchExchange(testsupport::SampleSwatchExchange()), filled), kReadOK);
     ASSERT_GT(filled.CountSwatches(), 0);
     EXPECT_EQ(Read(file, filled), kReadOK);
@@ -470,7 +470,7 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(SwatchExchangeReaderTest, ABlockCountFarPastTheEndGives5AfterTheBlocksThatExist) {
     SwatchExchangeDescription file = testsupport::SampleSwatchExchange();
     file.blockCount = 10000;
-    testsupport::GroupedBook book;
+    CompleteBook book;
     EXPECT_EQ(Read(BuildSwatchExchange(file), book), kReadTruncated);
     EXPECT_EQ(book.CountSwatches(), 4);
 }

@@ -5,14 +5,13 @@
 #include "formats/exchange/SwatchExchangeReader.h"
 #include "formats/exchange/SwatchExchangeWriter.h"
 #include "formats/ReaderResult.h"
-#include "tests/support/GroupedBook.h"
+#include "swatchbook/CompleteBook.h"
 #include "tests/support/MemoryStream.h"
 #include "tests/support/Utf16Text.h"
 
 namespace formats {
 namespace {
 
-using testsupport::GroupedBook;
 using testsupport::MemoryStream;
 using testsupport::U16;
 
@@ -68,8 +67,8 @@ protected:
         ASSERT_EQ(ReadSwatchExchange(in, copy, 0), kReadOK);
     }
 
-    GroupedBook original;
-    GroupedBook copy;
+    CompleteBook original;
+    CompleteBook copy;
 };
 
 TEST_F(SwatchExchangeRoundTripTest, EveryModelKindAndGroupSurvives) {

@@ -3,14 +3,14 @@
 
 #include "formats/exchange/SwatchExchangeWriter.h"
 #include "tests/support/FailingNew.h"
-#include "tests/support/GroupedBook.h"
+#include "swatchbook/CompleteBook.h"
 #include "tests/support/MemoryStream.h"
 
 namespace formats {
 namespace {
 
 TEST(SwatchExchangeWriterAllocationTest, NoMemoryForANameCopyFailsTheWrite) {
-    testsupport::GroupedBook book;
+    CompleteBook book;
     const std::int32_t format = book.AddFormat();
     book.SetFormatEncoding(format, swatchbook::kFloatEncoding);
     book.SetFormatColorSpace(format, swatchbook::kGraySpace);

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/support/GroupedBook.h"
+#include "swatchbook/CompleteBook.h"
 #include "tests/support/MemoryStream.h"
 #include "tests/support/SwatchExchangeBuilder.h"
 #include "tests/support/Utf16Text.h"
@@ -14,7 +14,6 @@ using testsupport::BuildSwatchExchange;
 using testsupport::ByteWriter;
 using testsupport::Bytes;
 using testsupport::ColorBlock;
-using testsupport::GroupedBook;
 using testsupport::GroupEndBlock;
 using testsupport::GroupStartBlock;
 using testsupport::MemoryStream;
@@ -59,7 +58,7 @@ protected:
         return BuildSwatchExchange(file);
     }
 
-    GroupedBook book;
+    CompleteBook book;
 };
 
 TEST_F(SwatchExchangeWriterTest, AClosedOrReadingStreamFails) {

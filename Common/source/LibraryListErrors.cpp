@@ -1,0 +1,3 @@
+#include "LibraryListErrors.h"
+
+void ThrowLibraryListError(kv::ResultCode code) { throw kv::Error(code, kv::kLibraryListErrorThrowerMessage); }
