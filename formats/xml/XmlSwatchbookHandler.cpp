@@ -72,15 +72,15 @@ XmlSwatchbookHandler::State XmlSwatchbookHandler::StartInDocument(const char* na
         if (attribute == "Version") {
             book_.SetVersion(ParseDecimalInt(value));
         } else if (attribute == "Title") {
-            book_.SetTitle(Utf8ToUtf16(value));
+            book_.SetTitle(Utf16(value));
         } else if (attribute == "BookID") {
             book_.SetBookID(ParseDecimalInt(value));
         } else if (attribute == "Prefix") {
-            book_.SetPrefix(Utf8ToUtf16(value));
+            book_.SetPrefix(Utf16(value));
         } else if (attribute == "Postfix") {
-            book_.SetPostfix(Utf8ToUtf16(value));
+            book_.SetPostfix(Utf16(value));
         } else if (attribute == "Copyright") {
-            book_.SetCopyright(Utf8ToUtf16(value));
+            book_.SetCopyright(Utf16(value));
         }
     });
     return State::Book;
@@ -99,16 +99,16 @@ XmlSwatchbookHandler::State XmlSwatchbookHandler::StartInFormats(const char* nam
         const std::int32_t format = book_.AddFormat();
         ForEachAttribute(attributes, keepKeys_, [this, format](std::string_view attribute, std::string_view value) {
             if (attribute == "ID") {
-                book_.SetFormatID(format, Utf8ToUtf16(value));
+                book_.SetFormatID(format, Utf16(value));
             } else if (attribute == "ColorSpace") {
-                book_.SetFormatColorSpaceName(format, Utf8ToUtf16(value));
+                book_.SetFormatColorSpaceName(format, Utf16(value));
                 book_.SetFormatColorSpace(format, ColorSpaceFromName(value));
             } else if (attribute == "Encoding") {
                 book_.SetFormatEncoding(format, EncodingFromName(value));
             } else if (attribute == "Channels") {
                 book_.SetFormatChannels(format, ParseDecimalInt(value));
             } else if (attribute == "Condition") {
-                book_.SetFormatCondition(format, Utf8ToUtf16(value));
+                book_.SetFormatCondition(format, Utf16(value));
             }
         });
     }
@@ -139,9 +139,9 @@ XmlSwatchbookHandler::State XmlSwatchbookHandler::StartInSwatches(const char* na
     book_.SetSwatchKind(currentSwatch_, kind);
     ForEachAttribute(attributes, keepKeys_, [this](std::string_view attribute, std::string_view value) {
         if (attribute == "N") {
-            book_.SetSwatchName(currentSwatch_, Utf8ToUtf16(value));
+            book_.SetSwatchName(currentSwatch_, Utf16(value));
         } else if (attribute == "ID") {
-            book_.SetSwatchKey(currentSwatch_, Utf8ToUtf16(value));
+            book_.SetSwatchKey(currentSwatch_, Utf16(value));
         }
     });
     return State::Swatch;
@@ -152,7 +152,7 @@ XmlSwatchbookHandler::State XmlSwatchbookHandler::StartInSwatch(const char* name
     if (element == "C") {
         currentColorFormat_ = 0;
         ForEachAttribute(attributes, keepKeys_, [this](std::string_view attribute, std::string_view value) {
-            if (attribute == "F") currentColorFormat_ = book_.FindFormat(Utf8ToUtf16(value));
+            if (attribute == "F") currentColorFormat_ = book_.FindFormat(Utf16(value));
         });
         text_.Clear();
         textLost_ = false;
@@ -172,13 +172,18 @@ XmlSwatchbookHandler::State XmlSwatchbookHandler::StartInPairs(const char* name,
         firstPairSeen_ = true;
         ForEachAttribute(attributes, keepKeys_, [this](std::string_view attribute, std::string_view value) {
             if (attribute == "Prefix") {
-                book_.SetPrefix(Utf8ToUtf16(value));
+                book_.SetPrefix(Utf16(value));
             } else if (attribute == "Postfix") {
-                book_.SetPostfix(Utf8ToUtf16(value));
+                book_.SetPostfix(Utf16(value));
             }
         });
     }
     return State::Pair;
+}
+
+const std::u16string& XmlSwatchbookHandler::Utf16(std::string_view value) {
+    Utf8ToUtf16(value, utf16_);
+    return utf16_;
 }
 
 void XmlSwatchbookHandler::EndColor() {

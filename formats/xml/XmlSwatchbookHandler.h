@@ -4,6 +4,8 @@
 
 #include <array>
 #include <cstdint>
+#include <string>
+#include <string_view>
 
 #include "formats/streams/ByteBuffer.h"
 
@@ -53,6 +55,8 @@ private:
     State StartInSwatch(const char* name, const char** attributes);
     State StartInPairs(const char* name, const char** attributes);
     void EndColor();
+    // `value` as UTF-16 in storage kept for the next one.
+    const std::u16string& Utf16(std::string_view value);
 
     OrvikSwatchbook& book_;
     const bool keepKeys_;
@@ -64,6 +68,7 @@ private:
     std::int32_t currentSwatch_ = -1;
     std::int32_t currentColorFormat_ = 0;
     bool firstPairSeen_ = false;
+    std::u16string utf16_;
 };
 
 }  // namespace formats::xml

@@ -64,6 +64,12 @@ void AppendUtf8(char32_t c, std::string& out) {
 
 std::u16string Utf8ToUtf16(std::string_view utf8) {
     std::u16string result;
+    Utf8ToUtf16(utf8, result);
+    return result;
+}
+
+void Utf8ToUtf16(std::string_view utf8, std::u16string& result) {
+    result.clear();
     result.reserve(utf8.size());
     std::size_t at = 0;
     while (at < utf8.size()) {
@@ -77,7 +83,6 @@ std::u16string Utf8ToUtf16(std::string_view utf8) {
             result.push_back(static_cast<char16_t>(0xDC00 + ((c - 0x10000) & 0x3FF)));
         }
     }
-    return result;
 }
 
 std::string Utf16ToUtf8(std::u16string_view utf16) {

@@ -12,6 +12,10 @@ namespace kv {
 // sequence becoming U+FFFD, so no input can read past the text.
 std::u16string Utf8ToUtf16(std::string_view utf8);
 
+// The same into `utf16`, whose storage is reused, so that converting every
+// name of a document does not allocate once per name.
+void Utf8ToUtf16(std::string_view utf8, std::u16string& utf16);
+
 // Surrogate pairs become one character; a lone surrogate becomes U+FFFD.
 std::string Utf16ToUtf8(std::u16string_view utf16);
 

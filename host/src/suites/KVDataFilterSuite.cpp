@@ -86,8 +86,9 @@ ZPErr DiscardDataFilter(HostState& host, KVDataFilterRef filter) {
 // injected failure answers its code but the filter still goes, with nothing
 // written kept, so leak counts stay about the caller.
 ZPErr DiscardDataFilterEntry(KVDataFilterRef filter) noexcept {
+    static const CallSite site = CallSiteOf(kSuite.text, "DiscardDataFilter");
     return GuardedCall<ZPErr>(
-        kSuite.text, "DiscardDataFilter", [&](HostState& host) { return DiscardDataFilter(host, filter); },
+        site, [&](HostState& host) { return DiscardDataFilter(host, filter); },
         [&](HostState& host) { DiscardDataFilter(host, filter); });
 }
 
