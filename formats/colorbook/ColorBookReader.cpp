@@ -1,5 +1,6 @@
 #include "ColorBookReader.h"
 
+#include <algorithm>
 #include <cstring>
 #include <string>
 #include <vector>
@@ -142,7 +143,9 @@ void AddRecords(OrvikSwatchbook& book, const std::vector<Record>& records, std::
         book.SetSwatchName(swatch, name);
         if (flags & kColorBookWithCodes) {
             // Catalogue code bytes are characters of their byte value.
-            code.assign(record.code, record.code + record.codeLength);
+            // (resize and copy: assigning from byte iterators builds a temporary string)
+            code.resize(record.codeLength);
+            std::copy(record.code, record.code + record.codeLength, code.begin());
             book.SetSwatchKey(swatch, code);
         }
         book.SetSwatchValuesInt8(swatch, format, record.components);

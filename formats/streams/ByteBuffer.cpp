@@ -66,9 +66,11 @@ std::uint32_t ByteBuffer::Append(const void* source, std::int32_t count) {
     return std::uint32_t(first);
 }
 
-std::uint8_t* ByteBuffer::AppendZeros(std::int32_t count) {
-    const std::uint32_t first = Append(nullptr, count);
-    return first == kAppendFailed ? nullptr : Data(std::int32_t(first));
+std::uint8_t* ByteBuffer::AppendUnwritten(std::int32_t count) {
+    if (count < 0 || !Reserve(std::int64_t(count_) + count)) return nullptr;
+    std::uint8_t* first = Data(count_);
+    count_ += count;
+    return first;
 }
 
 void ByteBuffer::Truncate(std::int32_t count) {
@@ -79,7 +81,8 @@ std::int32_t ReadAll(ByteBuffer& buffer, OrvikSwatchbookStream& stream) {
     buffer.Free();
     if (stream.IsReading() != 1) return 0;
     for (std::int32_t chunk = buffer.InitialCount();; chunk = buffer.GrowthStep()) {
-        std::uint8_t* destination = buffer.AppendZeros(chunk);
+        // What the stream does not fill is cut off below, so it is never read.
+        std::uint8_t* destination = buffer.AppendUnwritten(chunk);
         if (destination == nullptr) {
             buffer.Free();
             return 0;

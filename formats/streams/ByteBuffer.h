@@ -22,8 +22,9 @@ public:
     // Appends `count` elements copied from `source`, or zeroed when it is
     // null; answers the index of the first one, or kAppendFailed.
     std::uint32_t Append(const void* source, std::int32_t count);
-    // Appends `count` zeroed elements; answers them, or null on failure.
-    std::uint8_t* AppendZeros(std::int32_t count);
+    // Appends `count` elements left as they are, for the caller to write
+    // (a read straight into the buffer); answers them, or null on failure.
+    std::uint8_t* AppendUnwritten(std::int32_t count);
     // Keeps only the first `count` elements (a no-op for a larger count).
     void Truncate(std::int32_t count);
     void Clear() { count_ = 0; }

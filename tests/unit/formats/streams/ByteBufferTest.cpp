@@ -25,15 +25,15 @@ TEST(ByteBufferTest, AppendCopiesOrZeroesAndAnswersTheFirstIndex) {
     EXPECT_EQ(std::memcmp(buffer.Data(), expected, 5), 0);
 }
 
-TEST(ByteBufferTest, AppendZerosAnswersThePlaceOfTheNewElements) {
+TEST(ByteBufferTest, AppendUnwrittenAnswersThePlaceOfTheNewElementsAndKeepsTheOldOnes) {
     ByteBuffer buffer(2, 4, 4);
     buffer.Append("abcd", 2);
-    std::uint8_t* zeros = buffer.AppendZeros(3);
-    ASSERT_NE(zeros, nullptr);
-    EXPECT_EQ(zeros, buffer.Data(2));
+    std::uint8_t* unwritten = buffer.AppendUnwritten(3);
+    ASSERT_NE(unwritten, nullptr);
+    EXPECT_EQ(unwritten, buffer.Data(2));
     EXPECT_EQ(buffer.Count(), 5);
-    for (int i = 0; i < 6; ++i) EXPECT_EQ(zeros[i], 0);
-    EXPECT_EQ(std::memcmp(buffer.Data(), "abcd", 4), 0);
+    std::memcpy(unwritten, "efghij", 6);
+    EXPECT_EQ(std::memcmp(buffer.Data(), "abcdefghij", 10), 0);
 }
 
 TEST(ByteBufferTest, GrowingKeepsTheContentsAcrossManySteps) {
@@ -48,7 +48,7 @@ TEST(ByteBufferTest, GrowingKeepsTheContentsAcrossManySteps) {
 TEST(ByteBufferTest, ANegativeCountFails) {
     ByteBuffer buffer(1, 16, 16);
     EXPECT_EQ(buffer.Append(nullptr, -1), ByteBuffer::kAppendFailed);
-    EXPECT_EQ(buffer.AppendZeros(-1), nullptr);
+    EXPECT_EQ(buffer.AppendUnwritten(-1), nullptr);
     EXPECT_EQ(buffer.Count(), 0);
 }
 
