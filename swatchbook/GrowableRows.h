@@ -15,8 +15,10 @@ namespace swatchbook {
 enum class RowGrowth {
     // Grow by 64 KiB worth of rows at a time: tables that stay small.
     kFixedStep,
-    // Double the capacity: long lists that are filled one row at a time.
-    kDoubling,
+    // Multiply the capacity by kGrowthFactor: long lists filled one row at a
+    // time and then shrunk to their count, so that few of their rows are
+    // copied before that last copy. Rows never written cost no memory.
+    kGeometric,
 };
 
 template <typename Row>
@@ -26,6 +28,7 @@ class GrowableRows {
 public:
     // 64 KiB worth of rows, at least one: the first allocation and each growth step.
     static constexpr std::size_t kStepRows = std::max<std::size_t>(1, 65536 / sizeof(Row));
+    static constexpr std::size_t kGrowthFactor = 8;
 
     explicit GrowableRows(RowGrowth growth = RowGrowth::kFixedStep) : growth_(growth) {}
     ~GrowableRows() { Release(); }
@@ -112,8 +115,8 @@ private:
             return true;
         }
         std::size_t grown = capacity_ + std::min(kStepRows, kMaxRows - capacity_);
-        if (growth_ == RowGrowth::kDoubling) {
-            grown = std::max(grown, std::min(capacity_ * 2, kMaxRows));
+        if (growth_ == RowGrowth::kGeometric) {
+            grown = std::max(grown, capacity_ > kMaxRows / kGrowthFactor ? kMaxRows : capacity_ * kGrowthFactor);
         }
         return MoveTo(std::max(grown, needed));
     }

@@ -127,7 +127,7 @@ private:
     std::int32_t pageSize_ = 0;
     std::int32_t pageKeyOffset_ = 0;
     std::int32_t bookId_ = 0;
-    swatchbook::GrowableRows<ReferenceSwatch> swatches_{swatchbook::RowGrowth::kDoubling};
+    swatchbook::GrowableRows<ReferenceSwatch> swatches_{swatchbook::RowGrowth::kGeometric};
     // Built on the first lookup; dropped whenever the swatches or their names
     // change, so it never refers to a record that moved.
     mutable swatchbook::GrowableRows<std::int32_t> nameIndex_;

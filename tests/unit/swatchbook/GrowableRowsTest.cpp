@@ -64,14 +64,15 @@ TEST(GrowableRows, RowsSurviveGrowthAndNewRowsAreZero) {
     }
 }
 
-TEST(GrowableRows, DoublingGrowthDoublesOnceBeyondOneStep) {
-    GrowableRows<std::uint8_t> rows(RowGrowth::kDoubling);
+TEST(GrowableRows, GeometricGrowthMultipliesByEightOnceBeyondOneStep) {
+    GrowableRows<std::uint8_t> rows(RowGrowth::kGeometric);
     ASSERT_TRUE(rows.Append(65536));
     EXPECT_EQ(rows.Capacity(), 65536u);
     ASSERT_TRUE(rows.Append());
-    EXPECT_EQ(rows.Capacity(), 131072u);
-    ASSERT_TRUE(rows.Append(65536));
-    EXPECT_EQ(rows.Capacity(), 262144u);
+    EXPECT_EQ(rows.Capacity(), 524288u);
+    ASSERT_TRUE(rows.Append(524288));
+    EXPECT_EQ(rows.Capacity(), 4194304u);
+    EXPECT_EQ(rows.Count(), 65536u + 1 + 524288);
 }
 
 TEST(GrowableRows, InsertMovesLaterRowsUpAndZeroesTheNewOne) {
