@@ -166,13 +166,24 @@ bool ReferenceBook::SetSwatchValuesNative(std::int32_t swatch, std::int32_t form
         return false;
     }
     const std::int32_t colorSpace = GetFormatColorSpace(format);
-    double converted[kMaxChannels] = {};
-    if (!ConvertColorValues(colorSpace, GetFormatEncoding(format), values, kFloatEncoding, converted)) {
+    // Converted straight into the record: loading the values back from a
+    // copy just stored, channel by channel, stalls on every swatch. A failed
+    // conversion puts the old values back; values handed in from the record
+    // itself are read from the copy.
+    ReferenceSwatch& record = swatches_[static_cast<std::size_t>(swatch)];
+    double kept[kMaxChannels];
+    std::memcpy(kept, record.values, sizeof kept);
+    const auto at = reinterpret_cast<std::uintptr_t>(values);
+    const auto first = reinterpret_cast<std::uintptr_t>(record.values);
+    const void* source = at >= first && at < first + sizeof record.values
+                             ? reinterpret_cast<const std::uint8_t*>(kept) + (at - first)
+                             : values;
+    std::memset(record.values, 0, sizeof record.values);
+    if (!ConvertColorValues(colorSpace, GetFormatEncoding(format), source, kFloatEncoding, record.values)) {
+        std::memcpy(record.values, kept, sizeof kept);
         return false;
     }
-    ReferenceSwatch& record = swatches_[static_cast<std::size_t>(swatch)];
     record.colorSpace = colorSpace;
-    std::memcpy(record.values, converted, sizeof converted);
     return true;
 }
 

@@ -140,7 +140,8 @@ private:
         const std::int32_t channels = book_.GetFormatChannels(format);
         const std::size_t count = channels > 0 ? std::size_t(channels) : 0;
         if (!in_.Has(4 * std::uint64_t(count))) return kReadTruncated;
-        values_.resize(count);
+        // Only grown: resizing to each entry's count would zero the values every time.
+        if (values_.size() < count) values_.resize(count);
         const bool lab = kImportedModels[model].colorSpace == swatchbook::kLabSpace;
         for (std::size_t i = 0; i < count; ++i) {
             const double value = in_.ReadFloat();

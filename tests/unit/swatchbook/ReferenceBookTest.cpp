@@ -246,6 +246,39 @@ TEST_F(ReferenceBookTest, ACustomFormatCannotStoreValues) {
     EXPECT_EQ(book.GetSwatchRecord(swatch).colorSpace, 0);
 }
 
+TEST_F(ReferenceBookTest, ValuesThatCannotBeStoredLeaveTheEarlierOnes) {
+    const std::int32_t swatch = AddNamed(u"Ink");
+    const double earlier[3] = {0.25, 0.5, 0.75};
+    ASSERT_TRUE(book.SetSwatchValuesNative(swatch, AddFormatOf(kRGBSpace, kFloatEncoding), earlier));
+    const std::int32_t custom = AddFormatOf(kCustomSpace, kFloatEncoding);
+    book.SetFormatChannels(custom, 2);
+    const double values[2] = {0.9, 0.9};
+    EXPECT_FALSE(book.SetSwatchValuesNative(swatch, custom, values));
+    EXPECT_FALSE(book.SetSwatchValuesNative(swatch, AddFormatOf(kRGBSpace, kInt8Encoding), nullptr));
+    const ReferenceSwatch& record = book.GetSwatchRecord(swatch);
+    EXPECT_EQ(record.colorSpace, kRGBSpace);
+    EXPECT_EQ(record.values[0], 0.25);
+    EXPECT_EQ(record.values[1], 0.5);
+    EXPECT_EQ(record.values[2], 0.75);
+}
+
+TEST_F(ReferenceBookTest, ValuesHandedInFromTheRecordItselfAreConvertedAsTheyWere) {
+    const std::int32_t swatch = AddNamed(u"Ink");
+    const double cmyk[4] = {0.1, 0.2, 0.3, 0.4};
+    ASSERT_TRUE(book.SetSwatchValuesNative(swatch, AddFormatOf(kCMYKSpace, kFloatEncoding), cmyk));
+    const ReferenceSwatch& record = book.GetSwatchRecord(swatch);
+    // The record's values read as three RGB channels, then from the second channel on.
+    ASSERT_TRUE(book.SetSwatchValuesNative(swatch, AddFormatOf(kRGBSpace, kFloatEncoding), record.values));
+    EXPECT_EQ(record.values[0], 0.1);
+    EXPECT_EQ(record.values[1], 0.2);
+    EXPECT_EQ(record.values[2], 0.3);
+    EXPECT_EQ(record.values[3], 0.0);
+    ASSERT_TRUE(book.SetSwatchValuesNative(swatch, AddFormatOf(kRGBSpace, kFloatEncoding), record.values + 1));
+    EXPECT_EQ(record.values[0], 0.2);
+    EXPECT_EQ(record.values[1], 0.3);
+    EXPECT_EQ(record.values[2], 0.0);
+}
+
 TEST_F(ReferenceBookTest, AFormatWithoutColorSpaceCannotStoreValues) {
     const std::int32_t swatch = AddNamed(u"Ink");
     const std::int32_t f = book.AddFormat();
