@@ -68,21 +68,30 @@ std::u16string Utf8ToUtf16(std::string_view utf8) {
     return result;
 }
 
+// No sequence gives more code units than it has bytes, so the result is
+// written into room for one unit per byte and cut to what was written.
 void Utf8ToUtf16(std::string_view utf8, std::u16string& result) {
-    result.clear();
-    result.reserve(utf8.size());
+    result.resize(utf8.size());
+    char16_t* out = result.data();
     std::size_t at = 0;
     while (at < utf8.size()) {
+        const auto lead = static_cast<unsigned char>(utf8[at]);
+        if (lead < 0x80) {
+            *out++ = lead;
+            ++at;
+            continue;
+        }
         std::size_t length;
         const char32_t c = DecodeOne(utf8, at, length);
         at += length;
         if (c < 0x10000) {
-            result.push_back(static_cast<char16_t>(c));
+            *out++ = static_cast<char16_t>(c);
         } else {
-            result.push_back(static_cast<char16_t>(0xD800 + ((c - 0x10000) >> 10)));
-            result.push_back(static_cast<char16_t>(0xDC00 + ((c - 0x10000) & 0x3FF)));
+            *out++ = static_cast<char16_t>(0xD800 + ((c - 0x10000) >> 10));
+            *out++ = static_cast<char16_t>(0xDC00 + ((c - 0x10000) & 0x3FF));
         }
     }
+    result.resize(static_cast<std::size_t>(out - result.data()));
 }
 
 std::string Utf16ToUtf8(std::u16string_view utf16) {
