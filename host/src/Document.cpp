@@ -34,7 +34,7 @@ KVCustomColorHandle HandleOf(const CustomColor& color) {
 
 Document::Document(std::string name) : name_(std::move(name)) {
     groups_.push_back(std::make_unique<SwatchGroup>());
-    groupHandles_.insert(groups_.front().get());
+    groupHandles_.Emplace(groups_.front().get(), true);
 }
 
 KVDocumentHandle Document::Handle() const {
@@ -67,7 +67,7 @@ SwatchPlace Document::PlaceOf(const Swatch& swatch) const {
 SwatchGroup& Document::InsertGroup(std::int32_t index) {
     const std::size_t at = index <= 0 ? groups_.size() : InsertionPoint(index, groups_.size());
     auto group = std::make_unique<SwatchGroup>();
-    groupHandles_.insert(group.get());
+    groupHandles_.Emplace(group.get(), true);
     return **groups_.insert(groups_.begin() + std::ptrdiff_t(at), std::move(group));
 }
 
@@ -75,36 +75,48 @@ Swatch& Document::InsertSwatch(SwatchGroup& group, std::int32_t index) {
     auto& swatches = group.swatches;
     const std::size_t at = InsertionPoint(index, swatches.size());
     auto swatch = std::make_unique<Swatch>();
-    swatchHandles_.insert(swatch.get());
+    swatchHandles_.Emplace(swatch.get(), true);
     ++swatchCount_;
     return **swatches.insert(swatches.begin() + std::ptrdiff_t(at), std::move(swatch));
 }
 
 CustomColor* Document::NewCustomColor(std::u16string name, const KVCustomColor& definition) {
-    if (colorsByName_.contains(name)) return nullptr;
     auto color = std::make_unique<CustomColor>();
-    color->name = name;
+    color->name = std::move(name);
     color->definition = definition;
     CustomColor* made = color.get();
-    colorHandles_.insert(made);
-    colorsByName_.emplace(std::move(name), made);
     customColors_.push_back(std::move(color));
+    // One look-up by name, keyed by the new colour's own name; a host out of
+    // memory half-way leaves the document as it was.
+    bool named = false;
+    try {
+        named = colorsByName_.emplace(made->name, made).second;
+        if (named) colorHandles_.Emplace(made, true);
+    } catch (...) {
+        if (named) colorsByName_.erase(made->name);
+        customColors_.pop_back();
+        throw;
+    }
+    if (!named) {
+        customColors_.pop_back();
+        return nullptr;
+    }
     return made;
 }
 
 const SwatchGroup* Document::Find(KVSwatchGroupRef group) const {
     const auto* found = reinterpret_cast<const SwatchGroup*>(group);
-    return groupHandles_.contains(found) ? found : nullptr;
+    return groupHandles_.Contains(found) ? found : nullptr;
 }
 
 const Swatch* Document::Find(KVSwatchRef swatch) const {
     const auto* found = reinterpret_cast<const Swatch*>(swatch);
-    return swatchHandles_.contains(found) ? found : nullptr;
+    return swatchHandles_.Contains(found) ? found : nullptr;
 }
 
 const CustomColor* Document::Find(KVCustomColorHandle color) const {
     const auto* found = reinterpret_cast<const CustomColor*>(color);
-    return colorHandles_.contains(found) ? found : nullptr;
+    return colorHandles_.Contains(found) ? found : nullptr;
 }
 
 SwatchGroup* Document::Find(KVSwatchGroupRef group) { return Editable(std::as_const(*this).Find(group)); }

@@ -7,8 +7,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <unordered_map>
 #include <vector>
+
+#include <kelvra/FlatPointerMap.h>
 
 namespace kelvra {
 
@@ -18,33 +19,34 @@ public:
     template <typename Handle>
     Handle Add(std::unique_ptr<T> object) {
         T* raw = object.get();
-        items_.emplace(raw, Item{std::move(object), ++added_});
+        items_.Emplace(raw, Item{std::move(object), ++added_});
         return reinterpret_cast<Handle>(raw);
     }
     // Null for anything that is not a live handle of this table.
     template <typename Handle>
     T* Find(Handle handle) const {
-        auto found = items_.find(reinterpret_cast<const T*>(handle));
-        return found == items_.end() ? nullptr : found->second.object.get();
+        const Item* found = items_.Find(reinterpret_cast<const T*>(handle));
+        return found == nullptr ? nullptr : found->object.get();
     }
     template <typename Handle>
     bool Remove(Handle handle) {
-        return items_.erase(reinterpret_cast<const T*>(handle)) != 0;
+        return items_.Erase(reinterpret_cast<const T*>(handle));
     }
     template <typename Predicate>
     void RemoveIf(Predicate predicate) {
-        std::erase_if(items_, [&](const auto& item) { return predicate(*item.second.object); });
+        items_.EraseIf([&](const T*, const Item& item) { return predicate(*item.object); });
     }
     template <typename Predicate>
     std::size_t CountIf(Predicate predicate) const {
-        return std::size_t(std::count_if(items_.begin(), items_.end(),
-                                         [&](const auto& item) { return predicate(*item.second.object); }));
+        std::size_t count = 0;
+        items_.ForEach([&](const T*, const Item& item) { count += predicate(*item.object) ? 1 : 0; });
+        return count;
     }
-    std::size_t Count() const { return items_.size(); }
+    std::size_t Count() const { return items_.Size(); }
     // The live objects in the order they were added.
     std::vector<const T*> InOrder() const {
         std::vector<const Item*> items;
-        for (const auto& item : items_) items.push_back(&item.second);
+        items_.ForEach([&](const T*, const Item& item) { items.push_back(&item); });
         std::sort(items.begin(), items.end(), [](const Item* a, const Item* b) { return a->order < b->order; });
         std::vector<const T*> objects;
         for (const Item* item : items) objects.push_back(item->object.get());
@@ -57,14 +59,14 @@ public:
         for (const T* object : InOrder()) copies.push_back(*object);
         return copies;
     }
-    void Clear() { items_.clear(); }
+    void Clear() { items_.Clear(); }
 
 private:
     struct Item {
         std::unique_ptr<T> object;
         std::uint64_t order;
     };
-    std::unordered_map<const T*, Item> items_;
+    FlatPointerMap<const T*, Item> items_;
     std::uint64_t added_ = 0;
 };
 

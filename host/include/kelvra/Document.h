@@ -6,13 +6,14 @@
 #pragma once
 
 #include <KVSwatchSuites.h>
+#include <kelvra/FlatPointerMap.h>
 
 #include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
 namespace kelvra {
@@ -89,10 +90,12 @@ private:
     std::size_t swatchCount_ = 0;
     // Handles are checked against these, so a stale or foreign handle is
     // refused rather than followed.
-    std::unordered_set<const SwatchGroup*> groupHandles_;
-    std::unordered_set<const Swatch*> swatchHandles_;
-    std::unordered_map<std::u16string, CustomColor*> colorsByName_;
-    std::unordered_set<const CustomColor*> colorHandles_;
+    FlatPointerMap<const SwatchGroup*, bool> groupHandles_;
+    FlatPointerMap<const Swatch*, bool> swatchHandles_;
+    // Keyed by a view of the colour's own name, which never changes: no copy
+    // of every name.
+    std::unordered_map<std::u16string_view, CustomColor*> colorsByName_;
+    FlatPointerMap<const CustomColor*, bool> colorHandles_;
 };
 
 }  // namespace kelvra
