@@ -4,9 +4,23 @@
 
 #include <kelvra/DocumentJson.h>
 
+#include <algorithm>
 #include <bit>
+#include <functional>
 
 namespace kelvra {
+
+namespace {
+
+// How many different items there are; sorts them and drops the repeats.
+template <typename T>
+std::size_t DistinctCount(std::vector<T>& items) {
+    std::sort(items.begin(), items.end(), std::less<>());  // a total order for pointers too
+    items.erase(std::unique(items.begin(), items.end()), items.end());
+    return items.size();
+}
+
+}  // namespace
 
 ImportWatch::DefinitionKey ImportWatch::KeyOf(const KVCustomColor& definition) {
     const DefinitionValues values = ValuesOf(definition);
@@ -19,21 +33,22 @@ void ImportWatch::Begin() { Reset(true); }
 
 void ImportWatch::Reset(bool active) {
     watched_.clear();
-    index_.clear();
+    index_.Clear();
     active_ = active;
 }
 
 ImportWatch::Watched& ImportWatch::Entry(const CustomColor& color) {
-    const auto [at, added] = index_.emplace(&color, watched_.size());
-    if (added) watched_.emplace_back().color = &color;
-    return watched_[at->second];
+    if (const std::size_t* at = index_.Find(&color)) return watched_[*at];
+    watched_.emplace_back().color = &color;
+    index_.Emplace(&color, watched_.size() - 1);
+    return watched_.back();
 }
 
 void ImportWatch::Made(const CustomColor& color) {
     if (!active_) return;
     Watched& watched = Entry(color);
     watched.made = true;
-    watched.definitions.insert(KeyOf(color.definition));
+    watched.definitions.push_back(KeyOf(color.definition));
 }
 
 void ImportWatch::Redefined(const CustomColor& color, const KVCustomColor& previous) {
@@ -43,16 +58,16 @@ void ImportWatch::Redefined(const CustomColor& color, const KVCustomColor& previ
         watched.redefined = true;
         watched.before = previous;
     }
-    watched.definitions.insert(KeyOf(color.definition));
+    watched.definitions.push_back(KeyOf(color.definition));
 }
 
 void ImportWatch::Shown(const CustomColor& color, const Swatch& swatch) {
-    if (active_) Entry(color).swatches.insert(&swatch);
+    if (active_) Entry(color).swatches.push_back(&swatch);
 }
 
 std::vector<Event> ImportWatch::End(const DocumentList& documents) {
     std::vector<Event> events;
-    for (const Watched& watched : watched_) {
+    for (Watched& watched : watched_) {
         // Colours outlive the import unless their document was closed.
         const Document* document = documents.OwnerOf(HandleOf(*watched.color));
         if (document == nullptr) continue;
@@ -69,10 +84,11 @@ std::vector<Event> ImportWatch::End(const DocumentList& documents) {
             event.before = watched.before;
             event.after = color.definition;
         }
-        if (watched.swatches.size() > 1) {
+        const std::size_t swatches = DistinctCount(watched.swatches);
+        if (swatches > 1) {
             Event& event = about(Event::Kind::CustomColorShared);
-            event.swatches = std::int32_t(watched.swatches.size());
-            event.definitions = std::int32_t(watched.definitions.size());
+            event.swatches = std::int32_t(swatches);
+            event.definitions = std::int32_t(DistinctCount(watched.definitions));
         }
     }
     Reset(false);

@@ -8,12 +8,10 @@
 #include <kelvra/Document.h>
 #include <kelvra/DocumentList.h>
 #include <kelvra/EventLog.h>
+#include <kelvra/FlatPointerMap.h>
 
 #include <array>
 #include <cstdint>
-#include <set>
-#include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
 namespace kelvra {
@@ -39,15 +37,18 @@ private:
         bool made = false;            // by this import
         bool redefined = false;       // by this import, having been there before
         KVCustomColor before{};       // when redefined: the definition the import found
-        std::set<DefinitionKey> definitions;  // given by this import
-        std::unordered_set<const Swatch*> swatches;
+        // Given by this import and the swatches that showed the colour, with
+        // repeats until End counts them: most colours have one of each, and
+        // a set per colour would cost more than the import itself.
+        std::vector<DefinitionKey> definitions;
+        std::vector<const Swatch*> swatches;
     };
     Watched& Entry(const CustomColor& color);
     void Reset(bool active);
 
     bool active_ = false;
     std::vector<Watched> watched_;
-    std::unordered_map<const CustomColor*, std::size_t> index_;
+    FlatPointerMap<const CustomColor*, std::size_t> index_;
 };
 
 }  // namespace kelvra
