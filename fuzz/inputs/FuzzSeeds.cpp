@@ -75,10 +75,6 @@ Bytes ColorBookOfSize(std::uint16_t colorSpace, std::size_t size) {
         [&] { return BuildColorBook(book); });
 }
 
-Seed ColorBookPastOneChunk() {
-    return {"past-one-chunk.ocb", ColorBookOfSize(kColorBookRGB, kChunk + kChunk / 16)};
-}
-
 std::vector<Seed> SmallColorBooks() {
     ColorBookDescription sample = SampleColorBook();
     ColorBookDescription cmyk = sample;
@@ -123,8 +119,6 @@ Bytes ExchangeOfSize(std::size_t size) {
         },
         [&] { return BuildSwatchExchange(file); });
 }
-
-Seed ExchangePastOneChunk() { return {"past-one-chunk.ose", ExchangeOfSize(kChunk + kChunk / 16)}; }
 
 std::vector<Seed> SmallExchangeFiles() {
     SwatchExchangeDescription sample = SampleSwatchExchange();
@@ -187,8 +181,6 @@ std::string XmlLongColorText() {
     return std::string(kXmlHead) + "    <Sp N=\"Long\"><C F=\"lab\">" + values + "</C></Sp>\n" + kXmlTail;
 }
 
-Seed XmlPastOnePiece() { return {"past-one-piece.xml", ToBytes(XmlBookOfSize(kPiece + kPiece / 8, {kPiece}))}; }
-
 std::vector<Seed> SmallXmlBooks() {
     return {{"book.xml", ToBytes(R"(<?xml version="1.0" encoding="UTF-8"?>
 <OrvikSwatchbook Version="1" Title="$$$/Book/Title=Pastels" BookID="3002" Prefix="P " Postfix=" C" Copyright="us">
@@ -238,11 +230,6 @@ std::vector<std::vector<std::uint8_t>> ColorValueSources() {
             int16};
 }
 
-std::vector<Seed> WithOneMore(std::vector<Seed> seeds, Seed seed) {
-    seeds.push_back(std::move(seed));
-    return seeds;
-}
-
 void AddFastPathSeeds(BookFormat format, const char* stem, const std::vector<Seed>& files,
                       std::initializer_list<std::uint32_t> flagChoices, std::vector<Seed>& seeds) {
     const auto values = ColorValueSources();
@@ -261,7 +248,7 @@ void AddFastPathSeeds(BookFormat format, const char* stem, const std::vector<See
 
 std::vector<Seed> ColorBookSeeds() {
     std::vector<Seed> seeds = SmallColorBooks();
-    seeds.push_back(ColorBookPastOneChunk());
+    seeds.push_back({"past-one-chunk.ocb", ColorBookOfSize(kColorBookRGB, kChunk + kChunk / 16)});
     seeds.push_back({"two-chunks.ocb", ColorBookOfSize(kColorBookLab, 2 * kChunk)});
     seeds.push_back({"past-two-chunks.ocb", ColorBookOfSize(kColorBookCMYK, 3 * kChunk - kChunk / 4)});
     return seeds;
@@ -269,7 +256,7 @@ std::vector<Seed> ColorBookSeeds() {
 
 std::vector<Seed> ExchangeSeeds() {
     std::vector<Seed> seeds = SmallExchangeFiles();
-    seeds.push_back(ExchangePastOneChunk());
+    seeds.push_back({"past-one-chunk.ose", ExchangeOfSize(kChunk + kChunk / 16)});
     seeds.push_back({"two-chunks.ose", ExchangeOfSize(2 * kChunk)});
     seeds.push_back({"past-two-chunks.ose", ExchangeOfSize(3 * kChunk - kChunk / 4)});
     return seeds;
@@ -278,22 +265,17 @@ std::vector<Seed> ExchangeSeeds() {
 std::vector<Seed> XmlSeeds() {
     std::vector<Seed> seeds = SmallXmlBooks();
     seeds.push_back({"long-color-text.xml", ToBytes(XmlLongColorText())});
-    seeds.push_back(XmlPastOnePiece());
+    seeds.push_back({"past-one-piece.xml", ToBytes(XmlBookOfSize(kPiece + kPiece / 8, {kPiece}))});
     seeds.push_back({"two-pieces.xml", ToBytes(XmlBookOfSize(2 * kPiece, {kPiece}))});
     seeds.push_back({"past-two-pieces.xml", ToBytes(XmlBookOfSize(2 * kPiece + kPiece / 8, {kPiece, 2 * kPiece}))});
     return seeds;
 }
 
-// The differential target checks only a sample of a large book's swatches
-// and takes up to a second for it, so each reader gets its small seeds and
-// one large one: more would slow the run without reaching more.
 std::vector<Seed> FastPathSeeds() {
     std::vector<Seed> seeds;
-    AddFastPathSeeds(BookFormat::kColorBook, "colorbook", WithOneMore(SmallColorBooks(), ColorBookPastOneChunk()),
-                     {0, 31, 16, 2}, seeds);
-    AddFastPathSeeds(BookFormat::kExchange, "exchange", WithOneMore(SmallExchangeFiles(), ExchangePastOneChunk()),
-                     {0, 1}, seeds);
-    AddFastPathSeeds(BookFormat::kXml, "xml", WithOneMore(SmallXmlBooks(), XmlPastOnePiece()), {0, 17, 16}, seeds);
+    AddFastPathSeeds(BookFormat::kColorBook, "colorbook", SmallColorBooks(), {0, 31, 16, 2}, seeds);
+    AddFastPathSeeds(BookFormat::kExchange, "exchange", SmallExchangeFiles(), {0, 1}, seeds);
+    AddFastPathSeeds(BookFormat::kXml, "xml", SmallXmlBooks(), {0, 17, 16}, seeds);
     return seeds;
 }
 
