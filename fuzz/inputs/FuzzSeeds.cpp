@@ -145,10 +145,12 @@ constexpr char kXmlHead[] = R"(<?xml version="1.0" encoding="UTF-8"?>
 )";
 constexpr char kXmlTail[] = "  </Swatches>\n</OrvikSwatchbook>\n";
 
+// Spot, process and global swatches in turn, each with a colour in every
+// encoding; a spacer now and then.
 std::string XmlSwatch(std::size_t i) {
+    if (i % 50 == 49) return "    <Spacer/>\n";
     static const char* const kKinds[] = {"Sp", "Pr", "Pl"};
     const std::string kind = kKinds[i % 3];
-    if (i % 50 == 49) return "    <Spacer/>\n";
     return "    <" + kind + " N=\"" + Numbered("Shade ", i) + "\"><C F=\"lab\">" + std::to_string(i % 101) + ".5 " +
            std::to_string(int(i % 257) - 128) + " -12.25</C><C F=\"cmyk\">" + std::to_string(i % 256) +
            " 0 255 64</C><C F=\"rgb\">" + std::to_string(i * 97 % 65536) + " 1 65535</C></" + kind + ">\n";
@@ -164,6 +166,7 @@ std::string XmlBookOfSize(std::size_t size, const std::vector<std::size_t>& boun
         while (document.size() + kRoomBeforeABoundary < boundary) document += XmlSwatch(swatch++);
         std::string across = XmlSwatch(swatch++);
         while (across.find("<C ") == std::string::npos) across = XmlSwatch(swatch++);
+        // Two characters into the values, past the tag's closing `">`.
         const std::size_t textAt = across.find("\">", across.find("<C ")) + 2 + 2;
         document.append(boundary - document.size() - textAt, ' ');
         document += across;
@@ -174,7 +177,8 @@ std::string XmlBookOfSize(std::size_t size, const std::vector<std::size_t>& boun
     return document + tail;
 }
 
-// One colour text longer than a chunk of the reader's text buffer.
+// One colour text longer than a chunk of the buffer the XML reader collects
+// colour texts in.
 std::string XmlLongColorText() {
     std::string values;
     while (values.size() <= kChunk + kChunk / 2) values += "0.5 ";

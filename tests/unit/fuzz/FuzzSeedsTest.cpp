@@ -56,22 +56,33 @@ std::int32_t ReadXml(const Bytes& bytes, ReferenceBook& book) {
 }
 
 struct LargeSeed {
-    const char* name;
+    std::string name;
     std::size_t size;
     std::size_t contentPast;  // the entries run on past this many bytes
 };
 
+// The large seeds of a reader of whole files, with the file name extension.
+std::vector<LargeSeed> WholeFileSeeds(const std::string& extension) {
+    return {{"past-one-chunk" + extension, 69632, kChunk},
+            {"two-chunks" + extension, 2 * kChunk, kChunk},
+            {"past-two-chunks" + extension, 180224, 2 * kChunk}};
+}
+
+// The seed of `large`, of its size; its content (what is not zeros behind
+// it) runs past `large.contentPast`.
+const Bytes& CheckedLargeSeed(const std::vector<Seed>& seeds, const LargeSeed& large) {
+    const Bytes& bytes = SeedBytes(seeds, large.name);
+    EXPECT_EQ(bytes.size(), large.size);
+    EXPECT_GT(ContentEnd(bytes), large.contentPast);
+    return bytes;
+}
+
 TEST(FuzzSeedsTest, ColorBooksRunPastOneAndTwoChunksAndReadWhole) {
     const std::vector<Seed> seeds = fuzzinputs::ColorBookSeeds();
-    for (const LargeSeed& large : {LargeSeed{"past-one-chunk.ocb", 69632, kChunk},
-                                   LargeSeed{"two-chunks.ocb", 2 * kChunk, kChunk},
-                                   LargeSeed{"past-two-chunks.ocb", 180224, 2 * kChunk}}) {
+    for (const LargeSeed& large : WholeFileSeeds(".ocb")) {
         SCOPED_TRACE(large.name);
-        const Bytes& bytes = SeedBytes(seeds, large.name);
-        EXPECT_EQ(bytes.size(), large.size);
-        EXPECT_GT(ContentEnd(bytes), large.contentPast);
         ReferenceBook book;
-        EXPECT_EQ(ReadColorBook(bytes, book), formats::kReadOK);
+        EXPECT_EQ(ReadColorBook(CheckedLargeSeed(seeds, large), book), formats::kReadOK);
         // Some 35 bytes a colour, less the gaps.
         EXPECT_GT(std::size_t(book.CountSwatches()) * 36, large.contentPast);
         EXPECT_EQ(book.GetSwatchName(0, true), u"ORV Shade 00000 U");
@@ -80,15 +91,10 @@ TEST(FuzzSeedsTest, ColorBooksRunPastOneAndTwoChunksAndReadWhole) {
 
 TEST(FuzzSeedsTest, ExchangeFilesRunPastOneAndTwoChunksAndReadWhole) {
     const std::vector<Seed> seeds = fuzzinputs::ExchangeSeeds();
-    for (const LargeSeed& large : {LargeSeed{"past-one-chunk.ose", 69632, kChunk},
-                                   LargeSeed{"two-chunks.ose", 2 * kChunk, kChunk},
-                                   LargeSeed{"past-two-chunks.ose", 180224, 2 * kChunk}}) {
+    for (const LargeSeed& large : WholeFileSeeds(".ose")) {
         SCOPED_TRACE(large.name);
-        const Bytes& bytes = SeedBytes(seeds, large.name);
-        EXPECT_EQ(bytes.size(), large.size);
-        EXPECT_GT(ContentEnd(bytes), large.contentPast);
         CompleteBook book;
-        EXPECT_EQ(ReadExchange(bytes, book), formats::kReadOK);
+        EXPECT_EQ(ReadExchange(CheckedLargeSeed(seeds, large), book), formats::kReadOK);
         // Some 54 bytes a colour with its share of the groups.
         EXPECT_GT(std::size_t(book.CountSwatches()) * 60, large.contentPast);
         EXPECT_GT(book.CountGroups(nullptr), 20);
@@ -101,8 +107,7 @@ TEST(FuzzSeedsTest, XmlBooksHaveASwatchAcrossEachPieceBoundaryAndReadWhole) {
                                    LargeSeed{"two-pieces.xml", 2 * kPiece, kPiece},
                                    LargeSeed{"past-two-pieces.xml", 544000, 2 * kPiece}}) {
         SCOPED_TRACE(large.name);
-        const Bytes& bytes = SeedBytes(seeds, large.name);
-        EXPECT_EQ(bytes.size(), large.size);
+        const Bytes& bytes = CheckedLargeSeed(seeds, large);
         const std::string_view text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
         for (std::size_t boundary = kPiece; boundary <= large.contentPast; boundary += kPiece) {
             // The boundary lies inside a colour's values, not between swatches.
