@@ -106,30 +106,43 @@ std::string FindFormatDifference(const OrvikSwatchbookFormat& book, const std::u
     return "FindFormat of " + Units(id) + ": " + Number(fast) + " and " + Number(plain);
 }
 
-std::string LookupDifferences(ReferenceBook& book) {
+std::string SwatchLookupDifference(ReferenceBook& book, std::int32_t swatch) {
     const std::int32_t bookId = book.GetBookID();
-    const std::u16string prefix = book.GetPrefix();
-    const std::u16string postfix = book.GetPostfix();
+    const std::vector<std::u16string> names =
+        NamesAround(book.GetSwatchName(swatch, false), book.GetPrefix(), book.GetPostfix());
     std::string difference;
     for (std::int32_t quirkBook : {bookId, 3002, 3005}) {
         book.SetBookID(quirkBook);
-        for (std::int32_t swatch = 0; swatch < book.CountSwatches() && difference.empty(); ++swatch) {
-            for (const std::u16string& name : NamesAround(book.GetSwatchName(swatch, false), prefix, postfix)) {
-                difference = FindSwatchDifference(book, name);
-                if (!difference.empty()) break;
-            }
-        }
-    }
-    book.SetBookID(bookId);
-    for (std::int32_t format = 0; format < book.CountFormats() && difference.empty(); ++format) {
-        for (const std::u16string& id : {book.GetFormatID(format, false), book.GetFormatID(format, true),
-                                         U16(std::to_string(format)), U16(std::to_string(format) + "0"),
-                                         book.GetFormatID(format, false) + u'\0'}) {
-            difference = FindFormatDifference(book, id);
+        for (const std::u16string& name : names) {
+            difference = FindSwatchDifference(book, name);
             if (!difference.empty()) break;
         }
+        if (!difference.empty()) break;
     }
+    book.SetBookID(bookId);
     return difference;
+}
+
+std::string FormatLookupDifference(const ReferenceBook& book, std::int32_t format) {
+    for (const std::u16string& id : {book.GetFormatID(format, false), book.GetFormatID(format, true),
+                                     U16(std::to_string(format)), U16(std::to_string(format) + "0"),
+                                     book.GetFormatID(format, false) + u'\0'}) {
+        std::string difference = FindFormatDifference(book, id);
+        if (!difference.empty()) return difference;
+    }
+    return {};
+}
+
+std::string LookupDifferences(ReferenceBook& book) {
+    for (std::int32_t swatch = 0; swatch < book.CountSwatches(); ++swatch) {
+        std::string difference = SwatchLookupDifference(book, swatch);
+        if (!difference.empty()) return difference;
+    }
+    for (std::int32_t format = 0; format < book.CountFormats(); ++format) {
+        std::string difference = FormatLookupDifference(book, format);
+        if (!difference.empty()) return difference;
+    }
+    return {};
 }
 
 }  // namespace testsupport

@@ -28,10 +28,17 @@ std::string FindSwatchDifference(const ReferenceBook& book, const std::u16string
 // The format table's FindFormat beside the search through GetFormatID.
 std::string FindFormatDifference(const OrvikSwatchbookFormat& book, const std::u16string& id);
 
-// The look-ups above for names and identifiers made from what `book` holds:
-// each swatch's name bare and in full, with the codes of the book quirks,
-// cut short, grown too long or holding a zero unit, with the book's own
-// BookID and with 3002 and 3005; each format's identifier and index.
+// FindSwatch for names made from the name of `swatch`: bare and in full,
+// with the codes of the book quirks, cut short, grown too long or holding a
+// zero unit, with the book's own BookID and with 3002 and 3005 (the BookID
+// is set back afterwards).
+std::string SwatchLookupDifference(ReferenceBook& book, std::int32_t swatch);
+
+// FindFormat for the identifier of `format` and for its index, as they are,
+// grown or holding a zero unit.
+std::string FormatLookupDifference(const ReferenceBook& book, std::int32_t format);
+
+// The two look-ups above for every swatch and every format of `book`.
 std::string LookupDifferences(ReferenceBook& book);
 
 }  // namespace testsupport
