@@ -1,5 +1,6 @@
 #include "ColorValueConversion.h"
 
+#include <array>
 #include <cmath>
 #include <cstring>
 #include <limits>
@@ -122,27 +123,84 @@ double Int8ToFloat(std::int32_t colorSpace, std::int32_t channel, std::uint8_t v
     return v / 255.0;
 }
 
-void ConvertChannel(std::int32_t colorSpace, std::int32_t channel, std::int32_t sourceEncoding,
-                    const void* source, std::int32_t targetEncoding, void* target) {
+// Every Int8 value's Float by colour space and channel, worked out once by
+// the rule above: a look-up is much cheaper than the CMYK rounding's library
+// calls, and gives the same doubles bit for bit.
+struct Int8ToFloatTables {
+    double labL[256];
+    double labAB[256];
+    double cmyk[256];
+    double fraction[256];  // Gray, RGB, XYZ
+};
+
+const Int8ToFloatTables kInt8ToFloat = [] {
+    Int8ToFloatTables tables{};
+    for (int v = 0; v < 256; ++v) {
+        const auto byte = static_cast<std::uint8_t>(v);
+        tables.labL[v] = Int8ToFloat(kLabSpace, kLabL, byte);
+        tables.labAB[v] = Int8ToFloat(kLabSpace, kLabL + 1, byte);
+        tables.cmyk[v] = Int8ToFloat(kCMYKSpace, 0, byte);
+        tables.fraction[v] = Int8ToFloat(kRGBSpace, 0, byte);
+    }
+    return tables;
+}();
+
+// The tables of a colour space's first channel and of the others.
+struct Int8ToFloatTable {
+    const double* first;
+    const double* others;
+};
+
+Int8ToFloatTable Int8ToFloatTableOf(std::int32_t colorSpace) {
+    switch (colorSpace) {
+        case kLabSpace: return {kInt8ToFloat.labL, kInt8ToFloat.labAB};
+        case kCMYKSpace: return {kInt8ToFloat.cmyk, kInt8ToFloat.cmyk};
+        default: return {kInt8ToFloat.fraction, kInt8ToFloat.fraction};
+    }
+}
+
+// Applies `rule` to each channel; the choice of rule is made once per
+// swatch, not once per channel.
+template <typename Rule>
+void EachChannel(std::int32_t channels, Rule rule) {
+    for (std::int32_t channel = 0; channel < channels; ++channel) {
+        rule(channel);
+    }
+}
+
+void ConvertChannels(std::int32_t colorSpace, std::int32_t channels, std::int32_t sourceEncoding,
+                     const void* source, std::int32_t targetEncoding, void* target) {
     const bool lab = colorSpace == kLabSpace;
     switch (sourceEncoding * 4 + targetEncoding) {
         case kFloatEncoding * 4 + kInt8Encoding:
-            StoreInt8(target, channel, FloatToInt8(lab, channel, LoadFloat(source, channel)));
+            EachChannel(channels, [&](std::int32_t c) {
+                StoreInt8(target, c, FloatToInt8(lab, c, LoadFloat(source, c)));
+            });
             break;
         case kFloatEncoding * 4 + kInt16Encoding:
-            StoreInt16(target, channel, FloatToInt16(lab, channel, LoadFloat(source, channel)));
+            EachChannel(channels, [&](std::int32_t c) {
+                StoreInt16(target, c, FloatToInt16(lab, c, LoadFloat(source, c)));
+            });
             break;
         case kInt16Encoding * 4 + kFloatEncoding:
-            StoreFloat(target, channel, Int16ToFloat(lab, channel, LoadInt16(source, channel)));
+            EachChannel(channels, [&](std::int32_t c) {
+                StoreFloat(target, c, Int16ToFloat(lab, c, LoadInt16(source, c)));
+            });
             break;
         case kInt16Encoding * 4 + kInt8Encoding:
-            StoreInt8(target, channel, Int16ToInt8(lab, channel, LoadInt16(source, channel)));
+            EachChannel(channels, [&](std::int32_t c) {
+                StoreInt8(target, c, Int16ToInt8(lab, c, LoadInt16(source, c)));
+            });
             break;
         case kInt8Encoding * 4 + kInt16Encoding:
-            StoreInt16(target, channel, Int8ToInt16(lab, channel, LoadInt8(source, channel)));
+            EachChannel(channels, [&](std::int32_t c) {
+                StoreInt16(target, c, Int8ToInt16(lab, c, LoadInt8(source, c)));
+            });
             break;
         case kInt8Encoding * 4 + kFloatEncoding:
-            StoreFloat(target, channel, Int8ToFloat(colorSpace, channel, LoadInt8(source, channel)));
+            EachChannel(channels, [&](std::int32_t c) {
+                StoreFloat(target, c, Int8ToFloat(colorSpace, c, LoadInt8(source, c)));
+            });
             break;
     }
 }
@@ -151,10 +209,8 @@ bool IsEncoding(std::int32_t encoding) {
     return BytesPerChannel(encoding) > 0;
 }
 
-}  // namespace
-
-bool ConvertColorValues(std::int32_t colorSpace, std::int32_t sourceEncoding, const void* source,
-                        std::int32_t targetEncoding, void* target) {
+bool ConvertByRule(std::int32_t colorSpace, std::int32_t sourceEncoding, const void* source,
+                   std::int32_t targetEncoding, void* target) {
     const std::int32_t channels = DefaultChannelCount(colorSpace);
     if (channels == 0) {
         return false;
@@ -169,10 +225,64 @@ bool ConvertColorValues(std::int32_t colorSpace, std::int32_t sourceEncoding, co
         std::memmove(target, source, static_cast<std::size_t>(channels * BytesPerChannel(sourceEncoding)));
         return true;
     }
-    for (std::int32_t channel = 0; channel < channels; ++channel) {
-        ConvertChannel(colorSpace, channel, sourceEncoding, source, targetEncoding, target);
-    }
+    ConvertChannels(colorSpace, channels, sourceEncoding, source, targetEncoding, target);
     return true;
+}
+
+// One swatch's conversion with the colour space and both encodings fixed
+// when it is compiled, so that none of the choices is made per swatch.
+template <std::int32_t kSpace, std::int32_t kFrom, std::int32_t kTo>
+void ConvertSwatch(const void* source, void* target) {
+    constexpr std::int32_t kChannels = DefaultChannelCount(kSpace);
+    if constexpr (kFrom == kTo) {
+        std::memmove(target, source, static_cast<std::size_t>(kChannels * BytesPerChannel(kFrom)));
+    } else if constexpr (kFrom == kInt8Encoding && kTo == kFloatEncoding) {
+        const Int8ToFloatTable table = Int8ToFloatTableOf(kSpace);
+        StoreFloat(target, 0, table.first[LoadInt8(source, 0)]);
+        for (std::int32_t channel = 1; channel < kChannels; ++channel) {
+            StoreFloat(target, channel, table.others[LoadInt8(source, channel)]);
+        }
+    } else {
+        ConvertChannels(kSpace, kChannels, kFrom, source, kTo, target);
+    }
+}
+
+using SwatchConverter = void (*)(const void* source, void* target);
+using EncodingConverters = std::array<std::array<SwatchConverter, 3>, 3>;  // [from - 1][to - 1]
+
+template <std::int32_t kSpace>
+constexpr EncodingConverters ConvertersOf() {
+    return {{{&ConvertSwatch<kSpace, 1, 1>, &ConvertSwatch<kSpace, 1, 2>, &ConvertSwatch<kSpace, 1, 3>},
+             {&ConvertSwatch<kSpace, 2, 1>, &ConvertSwatch<kSpace, 2, 2>, &ConvertSwatch<kSpace, 2, 3>},
+             {&ConvertSwatch<kSpace, 3, 1>, &ConvertSwatch<kSpace, 3, 2>, &ConvertSwatch<kSpace, 3, 3>}}};
+}
+
+// By colour space from Gray on.
+constexpr std::array<EncodingConverters, 5> kConverters = {ConvertersOf<kGraySpace>(), ConvertersOf<kLabSpace>(),
+                                                           ConvertersOf<kRGBSpace>(), ConvertersOf<kCMYKSpace>(),
+                                                           ConvertersOf<kXYZSpace>()};
+
+bool IsIn(std::int32_t value, std::int32_t low, std::int32_t high) {
+    return value >= low && value <= high;
+}
+
+}  // namespace
+
+bool ConvertColorValues(std::int32_t colorSpace, std::int32_t sourceEncoding, const void* source,
+                        std::int32_t targetEncoding, void* target) {
+    if (IsIn(colorSpace, kGraySpace, kXYZSpace) && IsIn(sourceEncoding, kInt8Encoding, kFloatEncoding) &&
+        IsIn(targetEncoding, kInt8Encoding, kFloatEncoding) && source != nullptr && target != nullptr) {
+        const EncodingConverters& converters = kConverters[static_cast<std::size_t>(colorSpace - kGraySpace)];
+        converters[static_cast<std::size_t>(sourceEncoding - 1)][static_cast<std::size_t>(targetEncoding - 1)](
+            source, target);
+        return true;
+    }
+    return ConvertByRule(colorSpace, sourceEncoding, source, targetEncoding, target);
+}
+
+bool ConvertColorValuesByRule(std::int32_t colorSpace, std::int32_t sourceEncoding, const void* source,
+                              std::int32_t targetEncoding, void* target) {
+    return ConvertByRule(colorSpace, sourceEncoding, source, targetEncoding, target);
 }
 
 std::uint16_t DoubleToLabInt16(double value) {

@@ -58,6 +58,9 @@ public:
         if (!Append()) {
             return false;
         }
+        if (position == count_ - 1) {
+            return true;  // appended, already zero
+        }
         Row* row = rows_ + position;
         std::memmove(static_cast<void*>(row + 1), row, (count_ - 1 - position) * sizeof(Row));
         std::memset(static_cast<void*>(row), 0, sizeof(Row));
@@ -69,6 +72,9 @@ public:
 
     // Forgets the rows and frees the storage.
     void Release() {
+        if (rows_ == nullptr) {
+            return;  // nothing to free
+        }
         ::operator delete(rows_);
         rows_ = nullptr;
         count_ = 0;

@@ -127,10 +127,12 @@ std::int32_t KelvraSwatchBook::CountGroupSwatches() const {
 }
 
 bool KelvraSwatchBook::TakeName(const std::u16string& name) {
-    const std::u16string full = prefix_ + name + postfix_;
-    if (full.size() >= kNameUnits) return false;
+    // Put together where it is kept, without a string per swatch.
+    if (prefix_.size() + name.size() + postfix_.size() >= kNameUnits) return false;
     std::fill(std::begin(pending_.name), std::end(pending_.name), u'\0');
-    std::copy(full.begin(), full.end(), pending_.name);
+    char16_t* end = std::copy(prefix_.begin(), prefix_.end(), pending_.name);
+    end = std::copy(name.begin(), name.end(), end);
+    std::copy(postfix_.begin(), postfix_.end(), end);
     return true;
 }
 

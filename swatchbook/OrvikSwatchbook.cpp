@@ -69,6 +69,16 @@ int EncodingRank(std::int32_t encoding) {
 
 OrvikSwatchbook::~OrvikSwatchbook() = default;
 
+std::int32_t OrvikSwatchbook::FindFormat(const std::u16string& id) const {
+    const std::int32_t count = CountFormats();
+    for (std::int32_t format = 0; format < count; ++format) {
+        if (GetFormatID(format, true) == id) {
+            return format;
+        }
+    }
+    return -1;
+}
+
 std::u16string OrvikSwatchbook::StripAffixes(const std::u16string& fullName) const {
     const std::u16string prefix = GetPrefix();
     const std::u16string postfix = GetPostfix();
@@ -85,29 +95,35 @@ std::int32_t OrvikSwatchbook::FindSwatch(const std::u16string& name, bool stripA
     return FindSwatch(name, stripAffixes, bookQuirks, 0);
 }
 
+bool OrvikSwatchbook::FindSwatchKey(const std::u16string& name, bool stripAffixes, bool bookQuirks,
+                                    std::u16string& key) const {
+    key.clear();
+    if (!stripAffixes) {
+        key = name;
+        return true;
+    }
+    // Two books list their coated and uncoated variants under one name
+    // with a single letter where a full name carries a three-letter code.
+    if (bookQuirks) {
+        const std::int32_t bookId = GetBookID();
+        const std::u16string stem = name.substr(0, name.size() < 3 ? 0 : name.size() - 3);
+        if (bookId == 3002 && EndsWith(name, u"CVC")) {
+            key = StripAffixes(stem + u"C");
+        } else if (bookId == 3005 && EndsWith(name, u"CVU")) {
+            key = StripAffixes(stem + u"U");
+        }
+    }
+    if (key.empty()) {
+        key = StripAffixes(name);
+    }
+    return !key.empty();
+}
+
 std::int32_t OrvikSwatchbook::FindSwatch(const std::u16string& name, bool stripAffixes, bool bookQuirks,
                                          std::int32_t start) const {
     std::u16string key;
-    if (stripAffixes) {
-        // Two books list their coated and uncoated variants under one name
-        // with a single letter where a full name carries a three-letter code.
-        if (bookQuirks) {
-            const std::int32_t bookId = GetBookID();
-            const std::u16string stem = name.substr(0, name.size() < 3 ? 0 : name.size() - 3);
-            if (bookId == 3002 && EndsWith(name, u"CVC")) {
-                key = StripAffixes(stem + u"C");
-            } else if (bookId == 3005 && EndsWith(name, u"CVU")) {
-                key = StripAffixes(stem + u"U");
-            }
-        }
-        if (key.empty()) {
-            key = StripAffixes(name);
-            if (key.empty()) {
-                return -1;
-            }
-        }
-    } else {
-        key = name;
+    if (!FindSwatchKey(name, stripAffixes, bookQuirks, key)) {
+        return -1;
     }
     const std::int32_t count = CountSwatches();
     const std::int32_t first = start >= 0 && start < count ? start : 0;

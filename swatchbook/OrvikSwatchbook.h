@@ -57,7 +57,8 @@ public:
     virtual bool SetFormatColorSpaceName(std::int32_t format, const std::u16string& name) = 0;
     virtual bool SetFormatChannels(std::int32_t format, std::int32_t channels) = 0;
     virtual bool SetFormatID(std::int32_t format, const std::u16string& id) = 0;
-    virtual std::int32_t FindFormat(const std::u16string& id) const = 0;
+    // The first format whose GetFormatID(format, true) is `id`; -1 if none.
+    virtual std::int32_t FindFormat(const std::u16string& id) const;
 
     // Groups.
     virtual std::int32_t AddGroup() = 0;
@@ -114,4 +115,9 @@ public:
     // then Float over Int16 over Int8, the earliest on a tie. -1 when none
     // fits; 0 for a swatch index out of range.
     std::int32_t ChooseValueFormat(std::int32_t swatch, std::int32_t wantedColorSpace) const;
+
+protected:
+    // The name FindSwatch compares swatch names with, into `key`; false when
+    // the name strips to nothing and nothing can match.
+    bool FindSwatchKey(const std::u16string& name, bool stripAffixes, bool bookQuirks, std::u16string& key) const;
 };

@@ -1,6 +1,8 @@
 #include "OrvikSwatchbookFormat.h"
 
+#include <iterator>
 #include <limits>
+#include <string_view>
 
 #include "SwatchbookCodes.h"
 
@@ -19,13 +21,14 @@ std::u16string DefaultColorSpaceName(std::int32_t colorSpace) {
     }
 }
 
-std::u16string Decimal(std::size_t value) {
-    std::u16string digits;
+// The digits of `value` in decimal, written at the end of `buffer`.
+std::u16string_view Decimal(std::size_t value, char16_t (&buffer)[20]) {
+    std::size_t first = std::size(buffer);
     do {
-        digits.insert(digits.begin(), static_cast<char16_t>(u'0' + value % 10));
+        buffer[--first] = static_cast<char16_t>(u'0' + value % 10);
         value /= 10;
     } while (value != 0);
-    return digits;
+    return {buffer + first, std::size(buffer) - first};
 }
 
 }  // namespace
@@ -81,7 +84,8 @@ std::u16string OrvikSwatchbookFormat::GetFormatColorSpaceName(std::int32_t forma
 std::u16string OrvikSwatchbookFormat::GetFormatID(std::int32_t format, bool useDefault) const {
     std::u16string id = GetFormatString(format, &FormatRecord::idId);
     if (id.empty() && useDefault && IsValidFormat(format)) {
-        return Decimal(static_cast<std::size_t>(format));
+        char16_t digits[20];
+        return std::u16string(Decimal(static_cast<std::size_t>(format), digits));
     }
     return id;
 }
@@ -150,7 +154,11 @@ bool OrvikSwatchbookFormat::SetFormatID(std::int32_t format, const std::u16strin
 std::int32_t OrvikSwatchbookFormat::FindFormat(const std::u16string& id) const {
     const std::int32_t count = CountFormats();
     for (std::int32_t format = 0; format < count; ++format) {
-        if (GetFormatID(format, true) == id) {
+        const std::uint32_t stored = formats_[static_cast<std::size_t>(format)].idId;
+        // A format without an identifier is known by its index.
+        char16_t digits[20];
+        if (strings_.Holds(stored, u"") ? id == Decimal(static_cast<std::size_t>(format), digits)
+                                        : strings_.Holds(stored, id)) {
             return format;
         }
     }

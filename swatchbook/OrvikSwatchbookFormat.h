@@ -42,6 +42,8 @@ public:
     bool SetFormatColorSpaceName(std::int32_t format, const std::u16string& name) override;
     bool SetFormatChannels(std::int32_t format, std::int32_t channels) override;
     bool SetFormatID(std::int32_t format, const std::u16string& id) override;
+    // The search of the base, comparing the identifiers where they lie
+    // instead of copying each one out through GetFormatID.
     std::int32_t FindFormat(const std::u16string& id) const override;
 
 protected:

@@ -93,6 +93,27 @@ std::int32_t ReferenceBook::GetSwatchColorSpace(std::int32_t) const { return 0; 
 bool ReferenceBook::GetSwatchValuesNative(std::int32_t, std::int32_t, void*) const { return false; }
 std::int32_t ReferenceBook::GetValueFormats(std::int32_t, std::int32_t*) const { return 0; }
 
+std::int32_t ReferenceBook::FindSwatch(const std::u16string& name, bool stripAffixes, bool bookQuirks) const {
+    std::u16string key;
+    if (!FindSwatchKey(name, stripAffixes, bookQuirks, key)) {
+        return -1;
+    }
+    // A stored name reads back up to its first zero and is never longer than
+    // kMaxNameUnits, so a key that holds a zero or is longer equals none.
+    if (key.size() > kMaxNameUnits || key.find(u'\0') != std::u16string::npos) {
+        return -1;
+    }
+    const std::size_t units = key.size();
+    const std::size_t count = swatches_.Count();
+    for (std::size_t i = 0; i < count; ++i) {
+        const char16_t* stored = swatches_[i].name;
+        if (stored[units] == u'\0' && std::memcmp(stored, key.data(), units * sizeof(char16_t)) == 0) {
+            return static_cast<std::int32_t>(i);
+        }
+    }
+    return -1;
+}
+
 double ReferenceBook::GetSwatchTint(std::int32_t, std::int32_t* ok) const {
     if (ok != nullptr) {
         *ok = 1;

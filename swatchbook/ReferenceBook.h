@@ -79,6 +79,10 @@ public:
     std::int32_t GetSwatchColorSpace(std::int32_t swatch) const override;
     bool GetSwatchValuesNative(std::int32_t swatch, std::int32_t format, void* values) const override;
     std::int32_t GetValueFormats(std::int32_t swatch, std::int32_t* formats) const override;
+    // The search of the base, comparing the names where they lie instead of
+    // copying each one out through GetSwatchName.
+    std::int32_t FindSwatch(const std::u16string& name, bool stripAffixes, bool bookQuirks) const override;
+    using OrvikSwatchbook::FindSwatch;
     // No tints: sets *ok to 1 and answers 0.0.
     double GetSwatchTint(std::int32_t swatch, std::int32_t* ok) const override;
 

@@ -54,6 +54,13 @@ std::u16string StringPool::Lookup(std::uint32_t id) const {
     return text;
 }
 
+bool StringPool::Holds(std::uint32_t id, std::u16string_view text) const {
+    const Entry* entry = LiveEntry(id);
+    const std::size_t length = entry == nullptr ? 0 : static_cast<std::size_t>(entry->length);
+    return length == text.size() * sizeof(char16_t) &&
+           (length == 0 || std::memcmp(bytes_.Data() + entry->offset, text.data(), length) == 0);
+}
+
 void StringPool::Release(std::uint32_t id) {
     if (LiveEntry(id) == nullptr) {
         return;

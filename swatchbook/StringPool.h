@@ -21,6 +21,10 @@ public:
     // The string of `id`; empty for 0, an id never handed out or a released one.
     std::u16string Lookup(std::uint32_t id) const;
 
+    // Whether the string of `id` (as Lookup would answer it) is `text`,
+    // compared where it lies.
+    bool Holds(std::uint32_t id, std::u16string_view text) const;
+
     // Gives the entry back for reuse; its bytes stay, dead, until Compact.
     // Ids that are not live are ignored.
     void Release(std::uint32_t id);

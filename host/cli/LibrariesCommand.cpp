@@ -1,74 +1,40 @@
 #include "LibrariesCommand.h"
 
+#include "EventsSince.h"
+#include "LibrariesReport.h"
+
+#include <CommandLine.h>
+#include <kelvra/DocumentJson.h>
 #include <kelvra/Host.h>
-#include <kelvra/ResultText.h>
 
-#include <nlohmann/json.hpp>
-
-#include <algorithm>
 #include <iostream>
 
 namespace kelvra::cli {
 
 namespace {
 
-using nlohmann::json;
-
-struct FolderLine {
-    std::int32_t type = 0;
-    std::filesystem::path directory;
-    bool exists = false;
-};
-
-// One remembered file as the preferences hold it: the read's result code,
-// and the path when it is 0.
-struct ListEntry {
-    std::string key;
-    ZPErr result = 0;
-    std::string path;
-    bool exists = false;
-};
-
-struct LibrariesReport {
-    HostSetup setup;
-    std::vector<RememberedLibrary> remembered;
-    std::string error;  // why a file could not be remembered (the later ones were not tried)
-    std::vector<FolderLine> folders;
-    std::string countKey;
-    ZPErr countResult = 0;  // "NAM?" (no list) counts as 0 remembered files
-    std::int32_t count = 0;
-    std::vector<ListEntry> entries;
-
-    bool Succeeded() const {
-        const bool countRead = countResult == kZPNoErr || countResult == kZPNameNotFoundErr;
-        const bool entriesRead =
-            std::all_of(entries.begin(), entries.end(), [](const ListEntry& e) { return e.result == kZPNoErr; });
-        return error.empty() && countRead && entriesRead;
-    }
-};
-
 bool Exists(const std::filesystem::path& path) {
     std::error_code error;
     return !path.empty() && std::filesystem::exists(path, error);
 }
 
-void RememberAll(Host& host, const LibrariesOptions& options, LibrariesReport& report) {
+void RememberAll(Host& host, const LibrariesOptions& options, HostLibraries& report) {
     for (const std::filesystem::path& file : options.remember) {
         try {
             report.remembered.push_back(host.Preferences().RememberLibrary(file));
         } catch (const HostError& error) {
-            report.error = error.what();
+            report.notRemembered = error.what();
             return;
         }
     }
 }
 
-void ReadList(const HostPreferences& preferences, LibrariesReport& report) {
+void ReadRememberedList(const HostPreferences& preferences, HostLibraries& report) {
     report.countKey = std::string(kLibraryListPrefix) + kCountSuffix;
     report.countResult = preferences.GetInteger(report.countKey, report.count);
     if (report.countResult != kZPNoErr) return;
     for (std::int32_t i = 0; i < report.count; ++i) {
-        ListEntry entry;
+        RememberedEntry entry;
         entry.key = kLibraryListPrefix + std::to_string(i);
         entry.result = preferences.GetString(entry.key, entry.path);
         entry.exists = entry.result == kZPNoErr && Exists(entry.path);
@@ -76,74 +42,69 @@ void ReadList(const HostPreferences& preferences, LibrariesReport& report) {
     }
 }
 
-void PrintText(const LibrariesReport& r) {
-    std::cout << "home: " << r.setup.home.string() << "\n";
-    std::cout << "preferences: " << r.setup.preferences.string() << "\n";
-    for (const RememberedLibrary& remembered : r.remembered)
-        std::cout << "remembered " << remembered.path << " as " << remembered.key << "\n";
-    if (!r.error.empty()) std::cout << "not remembered: " << r.error << "\n";
-    std::cout << "folders:\n";
-    if (r.folders.empty()) std::cout << "  (none)\n";
-    for (const FolderLine& folder : r.folders)
-        std::cout << "  " << folder.type << ": " << folder.directory.string() << (folder.exists ? "" : " (missing)")
-                  << "\n";
-    std::cout << "remembered libraries:";
-    if (r.countResult == kZPNameNotFoundErr || (r.countResult == kZPNoErr && r.count <= 0)) {
-        std::cout << " (none)\n";
-        return;
+// The host's side, before the module starts: what it remembers is what the
+// module reads at its first listing.
+void PrepareHost(Host& host, const LibrariesOptions& options, HostLibraries& report) {
+    report.setup = Resolved(options.setup);
+    ApplyHostSetup(report.setup, host);
+    RememberAll(host, options, report);
+    for (const auto& [type, directory] : host.Folders().All()) report.folders.push_back({type, directory, Exists(directory)});
+    ReadRememberedList(host.Preferences(), report);
+}
+
+// The library document a swatch list belongs to, as the user would see it.
+void ShowDocument(ClientWork& work, KVSwatchListRef list, LibraryOpening& opening) {
+    const Document* document = list != nullptr ? work.host.Documents().OwnerOf(list) : nullptr;
+    if (document == nullptr) return;
+    opening.document = ToJson(*document);
+}
+
+void OpenLibraries(ClientWork& work, const LibrariesOptions& options, LibrariesReport& report) {
+    for (const std::int32_t index : options.open) {
+        LibraryOpening opening;
+        opening.index = index;
+        const TintoraAnswer<KVSwatchListRef> answer = work.client.OpenLibrary(index);
+        opening.call = answer.call;
+        opening.events = EventsSince(work.host.Events(), work.eventsSeen);
+        if (answer.call.Succeeded()) ShowDocument(work, answer.value, opening);
+        report.openings.push_back(std::move(opening));
     }
-    if (r.countResult != kZPNoErr) {
-        std::cout << " " << r.countKey << " -> " << ResultText(r.countResult) << "\n";
-        return;
-    }
-    std::cout << " " << r.count << "\n";
-    for (const ListEntry& entry : r.entries) {
-        std::cout << "  " << entry.key << ": ";
-        if (entry.result != kZPNoErr) std::cout << "-> " << ResultText(entry.result) << "\n";
-        else std::cout << entry.path << (entry.exists ? "" : " (missing)") << "\n";
+    for (const std::filesystem::path& file : options.openFiles) {
+        LibraryOpening opening;
+        opening.file = file;
+        const TintoraAnswer<KVSwatchListRef> answer = work.client.OpenLibraryFile(std::filesystem::absolute(file));
+        opening.call = answer.call;
+        opening.events = EventsSince(work.host.Events(), work.eventsSeen);
+        if (answer.call.Succeeded()) ShowDocument(work, answer.value, opening);
+        report.openings.push_back(std::move(opening));
     }
 }
 
-json ToJson(const LibrariesReport& r) {
-    json out = {{"home", r.setup.home.string()}, {"preferences", r.setup.preferences.string()}};
-    out["remembered"] = json::array();
-    for (const RememberedLibrary& remembered : r.remembered)
-        out["remembered"].push_back({{"path", remembered.path}, {"key", remembered.key}});
-    out["error"] = r.error.empty() ? json(nullptr) : json(r.error);
-    out["folders"] = json::array();
-    for (const FolderLine& folder : r.folders)
-        out["folders"].push_back(
-            {{"type", folder.type}, {"directory", folder.directory.string()}, {"exists", folder.exists}});
-    json list = {{"countKey", r.countKey},
-                 {"result", r.countResult},
-                 {"resultText", ResultText(r.countResult)},
-                 {"count", r.countResult == kZPNoErr ? json(r.count) : json(nullptr)}};
-    list["entries"] = json::array();
-    for (const ListEntry& entry : r.entries) {
-        list["entries"].push_back({{"key", entry.key},
-                                   {"result", entry.result},
-                                   {"resultText", ResultText(entry.result)},
-                                   {"path", entry.result == kZPNoErr ? json(entry.path) : json(nullptr)},
-                                   {"exists", entry.exists}});
+// The numbered list: 0 is the module's own library, which has no name;
+// the libraries found on disk and remembered are 1 to the count less one.
+void ReadList(ClientWork& work, LibrariesReport& report) {
+    report.count = work.client.CountLibraries();
+    if (report.count->call.Succeeded()) {
+        report.ownOpen = work.client.IsLibraryOpen(0);
+        for (std::int32_t index = 1; index < report.count->value; ++index)
+            report.libraries.push_back({index, work.client.GetLibraryName(index), work.client.IsLibraryOpen(index)});
     }
-    out["libraries"] = std::move(list);
-    out["succeeded"] = r.Succeeded();
-    return out;
+    report.events = EventsSince(work.host.Events(), work.eventsSeen);
 }
 
 }  // namespace
 
 int Libraries(const LibrariesOptions& options) {
-    Host host;
     LibrariesReport report;
-    report.setup = Resolved(options.setup);
-    ApplyHostSetup(report.setup, host);
-    RememberAll(host, options, report);
-    for (const auto& [type, directory] : host.Folders().All()) report.folders.push_back({type, directory, Exists(directory)});
-    ReadList(host.Preferences(), report);
-    if (options.json) std::cout << ToJson(report).dump(2) << "\n";
-    else PrintText(report);
-    return report.Succeeded() ? 0 : 1;
+    report.run = RunAsClient(
+        options.module, [&](Host& host) { PrepareHost(host, options, report.host); },
+        [&](ClientWork& work) {
+            OpenLibraries(work, options, report);
+            ReadList(work, report);
+        });
+    if (options.json) std::cout << LibrariesJson(report).dump(2) << "\n";
+    else WriteLibrariesText(std::cout, report, ChooseChipDepth(options.color, CurrentTerminal()));
+    return report.Succeeded() ? commandline::kSucceeded : commandline::kFailed;
 }
 
 }  // namespace kelvra::cli

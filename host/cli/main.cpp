@@ -4,6 +4,7 @@
 #include "LibrariesCommand.h"
 #include "LookupCommand.h"
 #include "RunCommand.h"
+#include "SessionCommand.h"
 #include "TerminalColor.h"
 #include "ValidateCommand.h"
 
@@ -109,21 +110,39 @@ int main(int argc, char** argv) {
         "document received nothing"));
 
     kelvra::cli::LibrariesOptions libraries;
+    std::string librariesModule = module;
     CLI::App* librariesCommand = app.add_subcommand(
         "libraries",
         "Remember each FILE as the host's \"open other library\" command does (under "
         "\"KVSwatchLibPersistentPrefix\" + the count in the preferences, then the count + 1), before anything "
-        "else; then show the directory of each host folder type (and whether it exists) and the remembered "
-        "library files as the preferences hold them, each with its result code when it cannot be read.");
+        "else, and show the directory of each host folder type (and whether it exists) and the remembered "
+        "library files as the preferences hold them, each with its result code when it cannot be read. Then start "
+        "the module and, acting as another plug-in of its suite \"KV Tintora Suite\", open each library N "
+        "(OpenLibrary) and each library FILE (OpenLibraryFile) and show its swatches, and show the numbered list a "
+        "swatches panel would show: CountLibraries (the module's own library and the others), then for each "
+        "number from 1 its name (GetLibraryName) and whether it is open (IsLibraryOpen).");
     librariesCommand->add_option("--remember", libraries.remember, "a library file to remember (repeatable)")
         ->type_name("FILE")
         ->check(CLI::ExistingFile.description(""))
         ->allow_extra_args(false);
+    librariesCommand->add_option("--open", libraries.open, "open library N of the list and show it (repeatable)")
+        ->type_name("N")
+        ->allow_extra_args(false);
+    librariesCommand
+        ->add_option("--open-file", libraries.openFiles,
+                     "open the library file FILE, remembering it when it is in no library folder (repeatable)")
+        ->type_name("FILE")
+        ->allow_extra_args(false);
+    librariesCommand->add_option("--module", librariesModule, "the module file (default: the module of this build)")
+        ->capture_default_str();
     librariesCommand->add_flag("--json", libraries.json, "print the same as one JSON object (see host/README.md)");
     kelvra::cli::AddHostSetupOptions(*librariesCommand, libraries.setup);
+    kelvra::cli::AddColorOption(*librariesCommand, libraries.color);
     librariesCommand->footer(commandline::ExitStatusHelp(
-        "when every FILE was remembered and the remembered list reads without a failure",
-        "when a FILE could not be remembered or an entry of the list cannot be read"));
+        "when every FILE was remembered, the remembered list reads without a failure, the module started, every "
+        "library opened and the list was read",
+        "when a FILE could not be remembered, an entry of the remembered list cannot be read, the module file was "
+        "refused or its start-up failed, a library did not open, or a call of the list failed"));
 
     kelvra::cli::LookupOptions lookup;
     std::string lookupModule = module;
@@ -184,7 +203,30 @@ int main(int argc, char** argv) {
         "when the module file was refused, its start-up failed, the suite could not be acquired, a FILE was not "
         "imported, DOC.kv could not be read, or the export failed (OUT is then left as it was)"));
 
+    kelvra::cli::SessionOptions session;
+    std::string sessionModule = module;
+    CLI::App* sessionCommand = app.add_subcommand(
+        "session",
+        "Load the module and be its host, and another plug-in of its suite, one command at a time: read one JSON "
+        "object per line on standard input and answer each with one JSON object per line on standard output, in "
+        "order, flushed after each. Commands: life cycle (startup, shutdown, unload, reload, purge, notify, "
+        "message), files (import, document, documents), the 14 functions of \"KV Tintora Suite\" by name, and "
+        "the host (events, counts, fault, clock, remember); quit ends it. A line that is no valid command is "
+        "answered with {\"ok\": false, \"error\": ...} and the session goes on. At the end of the input or "
+        "on quit the session gives back what it holds and shuts the module down if it is started. The commands "
+        "and their fields are in host/README.md.");
+    sessionCommand->add_option("--module", sessionModule, "the module file (default: the module of this build)")
+        ->capture_default_str();
+    kelvra::cli::AddHostSetupOptions(*sessionCommand, session.setup);
+    sessionCommand->footer(commandline::ExitStatusHelp(
+        "when the input ended or quit came, whatever the commands answered",
+        "when the module file was refused (every command that needs it was answered with the reason)"));
+
     if (const auto answered = commandline::Parse(app, argc, argv, std::cout, std::cerr)) return *answered;
+    if (sessionCommand->parsed()) {
+        session.module = sessionModule;
+        return kelvra::cli::RunSession(session, std::cin, std::cout);
+    }
     if (exportCommand->parsed()) {
         if (exportFiles->count() == 0 && documentOption->count() == 0) {
             std::cerr << "kelvra-host export: give the FILEs to export or --document DOC.kv\n";
@@ -200,7 +242,10 @@ int main(int argc, char** argv) {
         return kelvra::cli::Lookup(lookup);
     }
     if (runCommand->parsed()) return kelvra::cli::Run(run);
-    if (librariesCommand->parsed()) return kelvra::cli::Libraries(libraries);
+    if (librariesCommand->parsed()) {
+        libraries.module = librariesModule;
+        return kelvra::cli::Libraries(libraries);
+    }
     if (importCommand->parsed()) {
         import.module = module;
         if (!answer.empty()) import.answer = answer == "yes";

@@ -23,7 +23,7 @@ TEST(CommandLineTest, AnUnknownCommandIsNamed) {
     const auto result = RunKelvraHost({"frob", kModule});
     EXPECT_EQ(result.exitStatus, 2);
     EXPECT_EQ(result.output, "");
-    EXPECT_EQ(result.errors, "kelvra-host: unknown command \"frob\" (the commands are run, validate, import, libraries, lookup, export)\n"
+    EXPECT_EQ(result.errors, "kelvra-host: unknown command \"frob\" (the commands are run, validate, import, libraries, lookup, export, session)\n"
                              "Run \"kelvra-host --help\" for help.\n");
     const auto none = RunKelvraHost({});
     EXPECT_EQ(none.exitStatus, 2);

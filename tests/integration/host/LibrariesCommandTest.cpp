@@ -42,7 +42,7 @@ TEST_F(LibrariesCommandTest, RemembersEachFileAndShowsTheFoldersAndTheList) {
     fs::create_directories(In("home/user-88"));
     const auto result = RunKelvraHost({"libraries", "--home", In("home"), "--remember", first, "--remember", second});
     EXPECT_EQ(result.exitStatus, 0) << result.errors;
-    EXPECT_EQ(result.output, "home: " + In("home") +
+    const std::string hostSide = "home: " + In("home") +
                                  "\n"
                                  "preferences: " + In("home/preferences.json") +
                                  "\n"
@@ -64,7 +64,14 @@ TEST_F(LibrariesCommandTest, RemembersEachFileAndShowsTheFoldersAndTheList) {
                                  "remembered libraries: 2\n"
                                  "  KVSwatchLibPersistentPrefix0: " + first +
                                  "\n"
-                                 "  KVSwatchLibPersistentPrefix1: " + second + "\n");
+                                 "  KVSwatchLibPersistentPrefix1: " + second + "\n";
+    EXPECT_EQ(result.output.substr(0, hostSide.size()), hostSide);
+    // The module, started after them, lists both under the remembered files.
+    EXPECT_THAT(result.output, HasSubstr("\nlibraries: CountLibraries -> 0: 3 (the own library and 2 more)\n"
+                                         "  0  (the module's own library)\n"
+                                         "  1  Brights\n"
+                                         "  2  Muted\n"
+                                         "shut-down:\n"));
     EXPECT_EQ(json::parse(Contents(In("home/preferences.json"))),
               json({{"KVSwatchLibPersistentPrefix_count", 2},
                     {"KVSwatchLibPersistentPrefix0", first},
@@ -96,7 +103,7 @@ TEST_F(LibrariesCommandTest, ARelativeFileIsRememberedByItsAbsolutePath) {
     const std::string expected = (fs::current_path() / relative).string();
     EXPECT_EQ(out["remembered"], json::parse(R"([{"key": "KVSwatchLibPersistentPrefix0", "path": ")" + expected +
                                              R"("}])"));
-    EXPECT_EQ(out["libraries"]["entries"][0]["exists"], true);
+    EXPECT_EQ(out["rememberedList"]["entries"][0]["exists"], true);
 }
 
 TEST_F(LibrariesCommandTest, JsonGivesTheSameForScripts) {
@@ -110,11 +117,11 @@ TEST_F(LibrariesCommandTest, JsonGivesTheSameForScripts) {
     EXPECT_EQ(out["home"], In("home"));
     EXPECT_EQ(out["preferences"], In("prefs.json"));
     EXPECT_EQ(out["remembered"], json::array());
-    EXPECT_EQ(out["error"], nullptr);
+    EXPECT_EQ(out["notRemembered"], nullptr);
     EXPECT_EQ(out["folders"][0], json({{"type", 7}, {"directory", In("seven")}, {"exists", false}}));
     EXPECT_EQ(out["folders"][1], json({{"type", 33}, {"directory", In("apps")}, {"exists", false}}));
     EXPECT_EQ(out["folders"].size(), 6u);
-    EXPECT_EQ(out["libraries"], json::parse(R"({"countKey": "KVSwatchLibPersistentPrefix_count",
+    EXPECT_EQ(out["rememberedList"], json::parse(R"({"countKey": "KVSwatchLibPersistentPrefix_count",
         "result": 0, "resultText": "0", "count": 2, "entries": [
           {"key": "KVSwatchLibPersistentPrefix0", "result": 0, "resultText": "0", "path": ")" + file +
                                             R"(", "exists": true},
@@ -136,7 +143,13 @@ TEST_F(LibrariesCommandTest, NoListIsNoLibraries) {
     const auto result = RunKelvraHost({"libraries", "--home", In("home")});
     EXPECT_EQ(result.exitStatus, 0);
     EXPECT_THAT(result.output, HasSubstr("remembered libraries: (none)\n"));
-    EXPECT_FALSE(fs::exists(In("home")));  // showing makes nothing
+    EXPECT_THAT(result.output, HasSubstr("libraries: CountLibraries -> 0: 1 (the own library and 0 more)\n"
+                                         "  0  (the module's own library)\n"
+                                         "shut-down:\n"));
+    // Nothing is written; only the user folders the module asked the host to make.
+    EXPECT_FALSE(fs::exists(In("home/preferences.json")));
+    EXPECT_TRUE(fs::is_directory(In("home/user-88")));
+    EXPECT_TRUE(fs::is_directory(In("home/user-89")));
 }
 
 TEST_F(LibrariesCommandTest, APreferencesFileThatIsNoJsonObjectIsLeftAloneAndFails) {

@@ -230,6 +230,31 @@ TEST_F(BookQuirksTest, ANameOfJustTheCodeIsReplacedWhole) {
     EXPECT_EQ(book.FindSwatch(u"CVU", true, true), 4);
 }
 
+// With a postfix, the code has to be replaced before the affixes are
+// stripped: "ORV 100 CVU" ends with " U" only once "CVU" has become "U".
+// Both the search from position 0 and the book's own search are asked.
+class QuirkWithPostfixTest : public FindSwatchTest {
+protected:
+    void SetUp() override {
+        book.SetPrefix(u"ORV ");
+        book.AddNamed(u"100");
+    }
+};
+
+TEST_F(QuirkWithPostfixTest, Book3005FindsTheNameWhoseUReplacedCvu) {
+    book.SetBookID(3005);
+    book.SetPostfix(u" U");
+    EXPECT_EQ(book.FindSwatch(u"ORV 100 CVU", true, true), 0);
+    EXPECT_EQ(book.FindSwatch(u"ORV 100 CVU", true, true, 0), 0);
+}
+
+TEST_F(QuirkWithPostfixTest, Book3002FindsTheNameWhoseCReplacedCvc) {
+    book.SetBookID(3002);
+    book.SetPostfix(u" C");
+    EXPECT_EQ(book.FindSwatch(u"ORV 100 CVC", true, true), 0);
+    EXPECT_EQ(book.FindSwatch(u"ORV 100 CVC", true, true, 0), 0);
+}
+
 // --- SetSwatchValues
 
 class SetSwatchValuesTest : public testing::Test {

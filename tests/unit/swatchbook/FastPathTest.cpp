@@ -1,0 +1,169 @@
+// The model's faster paths beside the plain ones they stand for, over the
+// same inputs: the conversion's tables and fixed-space converters beside the
+// rules worked out channel by channel, the reference book's name search and
+// the format table's identifier search beside the searches through the
+// interface's getters.
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <cstring>
+#include <limits>
+#include <string>
+
+#include "swatchbook/ColorValueConversion.h"
+#include "swatchbook/ReferenceBook.h"
+#include "swatchbook/SwatchbookCodes.h"
+#include "tests/support/FastPathChecks.h"
+
+using namespace swatchbook;
+using namespace std::string_literals;
+using testsupport::ConversionDifference;
+using testsupport::FindFormatDifference;
+using testsupport::FindSwatchDifference;
+using testsupport::LookupDifferences;
+
+namespace {
+
+constexpr std::int32_t kEncodings[] = {kInt8Encoding, kInt16Encoding, kFloatEncoding};
+
+// --- Conversion
+
+TEST(FastConversionTest, EveryInt8ValueInEveryChannelAgreesWithTheRules) {
+    std::uint8_t source[32] = {};
+    for (int value = 0; value < 256; ++value) {
+        // The value in every channel, and its neighbours behind it.
+        for (std::size_t i = 0; i < sizeof source; ++i) source[i] = std::uint8_t(value + i * 37);
+        for (std::int32_t space = kGraySpace; space <= kXYZSpace; ++space) {
+            for (std::int32_t to : kEncodings) {
+                ASSERT_EQ(ConversionDifference(space, kInt8Encoding, to, source), "");
+            }
+        }
+    }
+}
+
+TEST(FastConversionTest, EveryInt16ValueAgreesWithTheRules) {
+    std::uint16_t values[16];
+    std::uint8_t source[32];
+    for (int value = 0; value < 65536; ++value) {
+        for (std::size_t i = 0; i < 16; ++i) values[i] = std::uint16_t(value + i * 4099);
+        std::memcpy(source, values, sizeof source);
+        for (std::int32_t space = kGraySpace; space <= kXYZSpace; ++space) {
+            for (std::int32_t to : kEncodings) {
+                ASSERT_EQ(ConversionDifference(space, kInt16Encoding, to, source), "");
+            }
+        }
+    }
+}
+
+TEST(FastConversionTest, FloatValuesAroundEveryRuleAgreeWithTheRules) {
+    constexpr double kInf = std::numeric_limits<double>::infinity();
+    const double specials[] = {0.0,     -0.0,       0.5,         1.0,          -0.1,       0.003,
+                               100.0,   50.0,       -128.0,      128.0,        127.5,      -127.5,
+                               255.5,   65535.0,    1e300,       -1e300,       kInf,       -kInf,
+                               std::numeric_limits<double>::quiet_NaN(),       2147483648.0,
+                               -2147483649.0,       2147483647.5, 255.5 / 65535, 1.0 / 510,
+                               std::numeric_limits<double>::denorm_min()};
+    std::uint8_t source[32];
+    std::uint64_t state = 0x9E3779B97F4A7C15u;
+    for (std::size_t round = 0; round < 4000; ++round) {
+        double values[4];
+        for (std::size_t c = 0; c < 4; ++c) {
+            // Specials in turn, then arbitrary bit patterns.
+            state = state * 6364136223846793005u + 1442695040888963407u;
+            const std::size_t pick = (round * 4 + c) % (std::size(specials) * 2);
+            if (pick < std::size(specials)) {
+                values[c] = specials[pick];
+            } else {
+                std::memcpy(&values[c], &state, sizeof state);
+            }
+        }
+        std::memcpy(source, values, sizeof source);
+        for (std::int32_t space = kGraySpace; space <= kXYZSpace; ++space) {
+            for (std::int32_t to : kEncodings) {
+                ASSERT_EQ(ConversionDifference(space, kFloatEncoding, to, source), "");
+            }
+        }
+    }
+}
+
+TEST(FastConversionTest, UnknownSpacesEncodingsAndNullBuffersAgreeWithTheRules) {
+    std::uint8_t source[32] = {1, 2, 3, 4, 5, 6, 7, 8, 9};
+    EXPECT_EQ(testsupport::AnyConversionDifference(source), "");
+    for (std::int32_t space : {0, kCustomSpace, kCMYKSpace, 7}) {
+        std::uint8_t target[32] = {};
+        EXPECT_EQ(ConvertColorValues(space, kInt8Encoding, nullptr, kFloatEncoding, target),
+                  ConvertColorValuesByRule(space, kInt8Encoding, nullptr, kFloatEncoding, target));
+        EXPECT_EQ(ConvertColorValues(space, kFloatEncoding, source, kInt8Encoding, nullptr),
+                  ConvertColorValuesByRule(space, kFloatEncoding, source, kInt8Encoding, nullptr));
+    }
+}
+
+// --- Look-ups
+
+class FastLookupTest : public testing::Test {
+protected:
+    std::int32_t AddNamed(const std::u16string& name) {
+        const std::int32_t swatch = book.AddSwatch(-1);
+        book.SetSwatchName(swatch, name);
+        return swatch;
+    }
+
+    ReferenceBook book;
+};
+
+TEST_F(FastLookupTest, NamesOfEveryShapeAreFoundAsTheInterfaceFindsThem) {
+    book.SetPrefix(u"ORV ");
+    book.SetPostfix(u" U");
+    AddNamed(u"100");
+    AddNamed(u"");
+    AddNamed(u"100");  // a second one: the first must win
+    AddNamed(std::u16string(31, u'w'));
+    AddNamed(u"A\0B"s);  // reads back as "A"
+    // Renamed shorter: the units of the longer name stay behind its terminator.
+    const std::int32_t renamed = AddNamed(u"Longer name");
+    book.SetSwatchName(renamed, u"Long");
+    book.AddSwatch(-1);  // never named
+    AddNamed(u"100 CVU");
+    for (std::int32_t bookId : {0, 3002, 3005}) {
+        book.SetBookID(bookId);
+        for (const std::u16string& name :
+             {u"ORV 100 U"s, u"ORV 100 CVU"s, u"100"s, u""s, u"ORV  U"s, u"A"s, u"A\0B"s, u"Long"s, u"Long\0er"s,
+              u"Long\0er name"s, u"Longer name"s, std::u16string(31, u'w'), std::u16string(32, u'w'),
+              u"ORV " + std::u16string(31, u'w') + u" U", u"CVU"s, u"ORV 100 CVU CVU"s}) {
+            EXPECT_EQ(FindSwatchDifference(book, name), "");
+        }
+    }
+    EXPECT_EQ(LookupDifferences(book), "");
+}
+
+TEST_F(FastLookupTest, TheFirstOfEqualNamesIsFoundByBoth) {
+    AddNamed(u"Blue");
+    AddNamed(u"Red");
+    AddNamed(u"Red");
+    EXPECT_EQ(book.FindSwatch(u"Red", false, false), 1);
+    EXPECT_EQ(book.FindSwatch(u"Red", false, false, 0), 1);
+}
+
+TEST_F(FastLookupTest, IdentifiersAndIndicesAreFoundAsTheInterfaceFindsThem) {
+    for (int i = 0; i < 12; ++i) book.AddFormat();
+    book.SetFormatID(1, u"0");    // named like the first format's index
+    book.SetFormatID(2, u"");     // stored empty: known by its index
+    book.SetFormatID(3, u"rgb");
+    book.SetFormatID(4, u"rgb");  // a second one: the first must win
+    book.SetFormatID(5, u"rgb\0x"s);
+    book.SetFormatID(6, u"old");
+    book.SetFormatID(6, u"new");  // the old string stays in the pool, released
+    book.SetFormatID(7, u"2");
+    for (const std::u16string& id : {u"0"s, u"1"s, u"2"s, u"3"s, u"10"s, u"11"s, u"12"s, u"rgb"s, u"rgb\0x"s,
+                                     u"rgb\0"s, u""s, u"old"s, u"new"s, u"01"s, u"-1"s}) {
+        EXPECT_EQ(FindFormatDifference(book, id), "");
+    }
+    EXPECT_EQ(book.FindFormat(u"0"), 0);
+    EXPECT_EQ(book.FindFormat(u"1"), -1);
+    EXPECT_EQ(book.FindFormat(u"2"), 2);
+    EXPECT_EQ(book.FindFormat(u"11"), 11);
+    EXPECT_EQ(book.FindFormat(u"old"), -1);
+    EXPECT_EQ(LookupDifferences(book), "");
+}
+
+}  // namespace
