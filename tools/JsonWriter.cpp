@@ -1,5 +1,7 @@
 #include "JsonWriter.h"
 
+#include "JsonText.h"
+
 namespace tool {
 
 void JsonWriter::NewLine(std::size_t depth) {
@@ -32,6 +34,7 @@ void JsonWriter::Close(char bracket) {
     levels_.pop_back();
     if (pretty_ && !level.oneLine && !level.empty) NewLine(levels_.size());
     out_ << bracket;
+    if (levels_.empty()) out_.Flush();
 }
 
 void JsonWriter::BeginObject() { Open('{', false); }
@@ -50,9 +53,14 @@ void JsonWriter::Value(std::string_view json) {
     out_ << json;
 }
 
-void JsonWriter::Member(std::string_view key, std::string_view json) {
-    Key(key);
-    Value(json);
+void JsonWriter::Value(double number) {
+    char text[kJsonDoubleSize];
+    Value(std::string_view(text, WriteJsonDouble(text, number)));
+}
+
+void JsonWriter::Value(std::u16string_view text) {
+    BeforeItem();
+    PutJsonString(text, [this](char c) { out_ << c; });
 }
 
 }  // namespace tool
