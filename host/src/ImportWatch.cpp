@@ -33,7 +33,7 @@ void ImportWatch::Made(const CustomColor& color) {
     if (!active_) return;
     Watched& watched = Entry(color);
     watched.made = true;
-    watched.definitions.insert(KeyOf(color.definition));
+    watched.definitions.Insert(KeyOf(color.definition));
 }
 
 void ImportWatch::Redefined(const CustomColor& color, const KVCustomColor& previous) {
@@ -43,11 +43,11 @@ void ImportWatch::Redefined(const CustomColor& color, const KVCustomColor& previ
         watched.redefined = true;
         watched.before = previous;
     }
-    watched.definitions.insert(KeyOf(color.definition));
+    watched.definitions.Insert(KeyOf(color.definition));
 }
 
 void ImportWatch::Shown(const CustomColor& color, const Swatch& swatch) {
-    if (active_) Entry(color).swatches.insert(&swatch);
+    if (active_) Entry(color).swatches.Insert(&swatch);
 }
 
 std::vector<Event> ImportWatch::End(const DocumentList& documents) {
@@ -69,10 +69,10 @@ std::vector<Event> ImportWatch::End(const DocumentList& documents) {
             event.before = watched.before;
             event.after = color.definition;
         }
-        if (watched.swatches.size() > 1) {
+        if (watched.swatches.Size() > 1) {
             Event& event = about(Event::Kind::CustomColorShared);
-            event.swatches = std::int32_t(watched.swatches.size());
-            event.definitions = std::int32_t(watched.definitions.size());
+            event.swatches = std::int32_t(watched.swatches.Size());
+            event.definitions = std::int32_t(watched.definitions.Size());
         }
     }
     Reset(false);
