@@ -27,6 +27,18 @@ std::optional<ColorValues> OwnValues(const KVColor& color) {
     }
 }
 
+// Such a name reads as UTF-8 with U+FFFD for it, and so can read as
+// another's name.
+bool HasLoneSurrogate(std::u16string_view name) {
+    const auto high = [](char16_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; };
+    const auto low = [](char16_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; };
+    for (std::size_t i = 0; i < name.size(); ++i) {
+        if (high(name[i]) && i + 1 < name.size() && low(name[i + 1])) ++i;
+        else if (high(name[i]) || low(name[i])) return true;
+    }
+    return false;
+}
+
 }  // namespace
 
 JsonShownDocument::JsonShownDocument(const json& document) : document_(document) {
@@ -64,11 +76,14 @@ ShownSwatch JsonShownDocument::Swatch(std::size_t group, std::size_t index) {
     return shown;
 }
 
-HostShownDocument::HostShownDocument(const Document& document) : document_(document) {
-    for (const auto& color : document.CustomColors()) {
-        customColors_.emplace(NameText(color->name), ShownCustomColor{ReadBack(ColorValuesOf(color->definition)),
-                                                            color->definition.flags, color->bookId});
+HostShownDocument::HostShownDocument(const Document& document) : document_(document) {}
+
+const CustomColor& HostShownDocument::FirstOfName(const CustomColor& color, const std::string& name) {
+    if (!HasLoneSurrogate(color.name)) return color;
+    if (firstByName_.empty()) {
+        for (const auto& each : document_.CustomColors()) firstByName_.emplace(NameText(each->name), each.get());
     }
+    return *firstByName_.at(name);
 }
 
 std::string_view HostShownDocument::Name() const { return document_.Name(); }
@@ -93,7 +108,9 @@ ShownSwatch HostShownDocument::Swatch(std::size_t group, std::size_t index) {
         if (const CustomColor* color = document_.Find(swatch.color.c.custom.color)) {
             customColorName_ = NameText(color->name);
             shown.customColorName = customColorName_;
-            shown.customColor = &customColors_.at(customColorName_);
+            const CustomColor& first = FirstOfName(*color, customColorName_);
+            customColor_ = {ReadBack(ColorValuesOf(first.definition)), first.definition.flags, first.bookId};
+            shown.customColor = &customColor_;
         }
         shown.tint = JsonReadBack(swatch.color.c.custom.tint);
     } else if (const std::optional<ColorValues> values = OwnValues(swatch.color)) {

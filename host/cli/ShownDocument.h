@@ -77,9 +77,15 @@ public:
     ShownSwatch Swatch(std::size_t group, std::size_t index) override;
 
 private:
+    // The colour the JSON form finds by the name of `color` (NameText): the
+    // first of the document's colours of that name.
+    const CustomColor& FirstOfName(const CustomColor& color, const std::string& name);
+
     const Document& document_;
-    // By name, as the JSON form finds them.
-    std::unordered_map<std::string, ShownCustomColor> customColors_;
+    // Made only when two colours' names may read as one: names with lone
+    // surrogates.
+    std::unordered_map<std::string, const CustomColor*> firstByName_;
+    ShownCustomColor customColor_;
     std::string name_;
     std::string customColorName_;
 };
