@@ -5,6 +5,7 @@
 #include "EventsSince.h"
 #include "ImportReport.h"
 
+#include <BufferedStream.h>
 #include <CommandLine.h>
 #include <kelvra/DocumentJson.h>
 #include <kelvra/Host.h>
@@ -165,8 +166,12 @@ int Import(const ImportOptions& options) {
     }
     Host host;
     const ImportReport report = RunImport(host, options);
-    if (options.json) WriteImportJson(std::cout, report);
-    else WriteImportText(std::cout, report, ChooseChipDepth(options.color, CurrentTerminal()));
+    if (options.json) {
+        WriteImportJson(std::cout, report);
+    } else {
+        commandline::BufferedStream out(std::cout);
+        WriteImportText(out, report, ChooseChipDepth(options.color, CurrentTerminal()));
+    }
     std::cout.flush();
     if (!options.sheet.empty()) {
         if (const std::string why = sheet::WriteSheet(DocumentsSheet(DocumentsJson(report)), options.sheet); !why.empty()) {
