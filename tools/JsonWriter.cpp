@@ -2,6 +2,8 @@
 
 #include "JsonText.h"
 
+#include <bit>
+
 namespace tool {
 
 void JsonWriter::NewLine(std::size_t depth) {
@@ -53,10 +55,17 @@ void JsonWriter::Value(std::string_view json) {
     out_ << json;
 }
 
-void JsonWriter::Value(double number) {
-    char text[kJsonDoubleSize];
-    Value(std::string_view(text, WriteJsonDouble(text, number)));
+std::string_view JsonWriter::TextOf(double number) {
+    const auto bits = std::bit_cast<std::uint64_t>(number);
+    DoubleText& slot = doubleTexts_[(bits * 0x9E3779B97F4A7C15u) >> 56];
+    if (slot.size == 0 || slot.bits != bits) {
+        slot.bits = bits;
+        slot.size = std::uint8_t(WriteJsonDouble(slot.text, number) - slot.text);
+    }
+    return {slot.text, slot.size};
 }
+
+void JsonWriter::Value(double number) { Value(TextOf(number)); }
 
 void JsonWriter::Value(std::u16string_view text) {
     BeforeItem();

@@ -7,7 +7,11 @@
 
 #include <OutputBuffer.h>
 
+#include "JsonText.h"
+
+#include <array>
 #include <concepts>
+#include <cstdint>
 #include <ostream>
 #include <string_view>
 #include <vector>
@@ -55,7 +59,18 @@ private:
     // The separator before an item of the innermost level.
     void BeforeItem();
 
+    // The text of recent doubles: a book's values mostly come from a few
+    // hundred byte values, and writing 17 digits is the dearest part of
+    // its JSON.
+    struct DoubleText {
+        std::uint64_t bits = 0;
+        std::uint8_t size = 0;  // 0: empty
+        char text[kJsonDoubleSize];
+    };
+    std::string_view TextOf(double number);
+
     commandline::OutputBuffer out_;
+    std::array<DoubleText, 256> doubleTexts_{};
     bool pretty_;
     bool afterKey_ = false;
     std::vector<Level> levels_;
