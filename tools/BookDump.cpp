@@ -26,14 +26,14 @@ public:
         Code("result", result, ReaderResults());
         json_.Key("book");
         json_.BeginObject();
-        json_.Member("version", JsonInt(book.GetVersion()));
-        json_.Member("pageSize", JsonInt(book.GetPageSize()));
-        json_.Member("pageKeyOffset", JsonInt(book.GetPageKeyOffset()));
-        json_.Member("bookId", JsonInt(book.GetBookID()));
-        json_.Member("title", JsonString(book.GetTitle()));
-        json_.Member("copyright", JsonString(book.GetCopyright()));
-        json_.Member("prefix", JsonString(book.GetPrefix()));
-        json_.Member("postfix", JsonString(book.GetPostfix()));
+        json_.Member("version", book.GetVersion());
+        json_.Member("pageSize", book.GetPageSize());
+        json_.Member("pageKeyOffset", book.GetPageKeyOffset());
+        json_.Member("bookId", book.GetBookID());
+        json_.Member("title", book.GetTitle());
+        json_.Member("copyright", book.GetCopyright());
+        json_.Member("prefix", book.GetPrefix());
+        json_.Member("postfix", book.GetPostfix());
         json_.Key("formats");
         json_.BeginArray();
         for (std::int32_t format = 0; format < book.CountFormats(); ++format) Format(book, format);
@@ -49,7 +49,7 @@ public:
 private:
     // A code, and when pretty its meaning beside it.
     void Code(std::string_view key, std::int32_t code, std::span<const CodeMeaning> meanings) {
-        json_.Member(key, JsonInt(code));
+        json_.Member(key, code);
         if (!pretty_) return;
         const std::string_view meaning = MeaningOf(meanings, code);
         json_.Member(std::string(key) + "Meaning", JsonString(std::u16string(meaning.begin(), meaning.end())));
@@ -59,21 +59,21 @@ private:
         json_.BeginObject();
         Code("colorSpace", book.GetFormatColorSpace(format), ColorSpaces());
         Code("encoding", book.GetFormatEncoding(format), Encodings());
-        json_.Member("channels", JsonInt(book.GetFormatChannels(format)));
-        json_.Member("condition", JsonString(book.GetFormatCondition(format)));
-        json_.Member("colorSpaceName", JsonString(book.GetFormatColorSpaceName(format, false)));
-        json_.Member("id", JsonString(book.GetFormatID(format, false)));
+        json_.Member("channels", book.GetFormatChannels(format));
+        json_.Member("condition", book.GetFormatCondition(format));
+        json_.Member("colorSpaceName", book.GetFormatColorSpaceName(format, false));
+        json_.Member("id", book.GetFormatID(format, false));
         json_.EndObject();
     }
 
     void Swatch(const ReferenceSwatch& swatch) {
         json_.BeginObject();
         Code("kind", swatch.kind, SwatchKinds());
-        json_.Member("name", JsonString(RecordName(swatch)));
+        json_.Member("name", RecordName(swatch));
         Code("colorSpace", swatch.colorSpace, ColorSpaces());
         json_.Key("values");
         json_.BeginArray(true);
-        for (const double value : swatch.values) json_.Value(JsonDouble(value));
+        for (const double value : swatch.values) json_.Value(value);
         json_.EndArray();
         json_.EndObject();
     }

@@ -1,5 +1,9 @@
 #include "JsonWriter.h"
 
+#include "JsonText.h"
+
+#include <bit>
+
 namespace tool {
 
 void JsonWriter::NewLine(std::size_t depth) {
@@ -32,6 +36,7 @@ void JsonWriter::Close(char bracket) {
     levels_.pop_back();
     if (pretty_ && !level.oneLine && !level.empty) NewLine(levels_.size());
     out_ << bracket;
+    if (levels_.empty()) out_.Flush();
 }
 
 void JsonWriter::BeginObject() { Open('{', false); }
@@ -50,9 +55,21 @@ void JsonWriter::Value(std::string_view json) {
     out_ << json;
 }
 
-void JsonWriter::Member(std::string_view key, std::string_view json) {
-    Key(key);
-    Value(json);
+std::string_view JsonWriter::TextOf(double number) {
+    const auto bits = std::bit_cast<std::uint64_t>(number);
+    DoubleText& slot = doubleTexts_[(bits * 0x9E3779B97F4A7C15u) >> 56];
+    if (slot.size == 0 || slot.bits != bits) {
+        slot.bits = bits;
+        slot.size = std::uint8_t(WriteJsonDouble(slot.text, number) - slot.text);
+    }
+    return {slot.text, slot.size};
+}
+
+void JsonWriter::Value(double number) { Value(TextOf(number)); }
+
+void JsonWriter::Value(std::u16string_view text) {
+    BeforeItem();
+    PutJsonString(text, [this](char c) { out_ << c; });
 }
 
 }  // namespace tool

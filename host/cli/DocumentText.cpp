@@ -1,71 +1,57 @@
 #include "DocumentText.h"
 
 #include "ColorText.h"
+#include "JsonOutput.h"
 
-#include <cstdint>
 #include <optional>
 
 namespace kelvra::cli {
 
 namespace {
 
-using nlohmann::json;
-
-// A name as a quoted, escaped string on one line.
-void WriteQuoted(std::ostream& out, const json& name) { out << name.dump(); }
-
-float Tint(const json& swatch) { return JsonNumber(swatch["tint"]); }
-
 // What a custom swatch shows: its colour's definition at its tint.
-void WriteCustom(std::ostream& out, const json& swatch, const json* customColor) {
-    const json& name = swatch["customColor"];
-    if (customColor == nullptr) {
+void WriteCustom(std::ostream& out, const ShownSwatch& swatch) {
+    const ShownCustomColor* color = swatch.customColor;
+    if (color == nullptr) {
         out << "custom colour ";
-        if (name.is_string()) {
-            WriteQuoted(out, name);
+        if (swatch.customColorName) {
+            WriteJsonString(out, *swatch.customColorName);
             out << " (not in the document)";
         } else {
             out << "missing";
         }
     } else {
-        if (name != swatch["name"]) {
-            WriteQuoted(out << "custom colour ", name);
+        if (*swatch.customColorName != swatch.name) {
+            WriteJsonString(out << "custom colour ", *swatch.customColorName);
             out << ", ";
         }
-        const std::uint32_t flags = (*customColor)["flags"].get<std::uint32_t>();
-        out << ((flags & kKVCustomSpotColor) != 0 ? "spot " : "global ");
-        WriteValues(out, *ColorValuesFromJson((*customColor)["kind"], (*customColor)["values"]));
-        if ((flags & kKVCustomRegistrationColor) != 0) out << ", registration";
+        out << ((color->flags & kKVCustomSpotColor) != 0 ? "spot " : "global ");
+        WriteValues(out, color->values);
+        if ((color->flags & kKVCustomRegistrationColor) != 0) out << ", registration";
     }
-    const float tint = Tint(swatch);
-    if (tint != 0) WritePercent(out << ", tint ", tint);
-    if (customColor != nullptr && (*customColor)["bookId"] != 0) out << ", book " << (*customColor)["bookId"];
+    if (swatch.tint != 0) WritePercent(out << ", tint ", swatch.tint);
+    if (color != nullptr && color->bookId != 0) out << ", book " << color->bookId;
 }
 
 // The colour a swatch shows; none for the kinds without a colour and for a
 // custom swatch whose colour is missing.
-std::optional<Srgb> Shown(const json& swatch, const json* customColor) {
-    if (customColor != nullptr) {
-        return ShownColor(*ColorValuesFromJson((*customColor)["kind"], (*customColor)["values"]), Tint(swatch));
-    }
-    if (!swatch.contains("values")) return std::nullopt;
-    const std::optional<ColorValues> color = ColorValuesFromJson(swatch["kind"], swatch["values"]);
-    return color ? std::optional<Srgb>(ShownColor(*color)) : std::nullopt;
+std::optional<Srgb> Shown(const ShownSwatch& swatch) {
+    if (swatch.customColor != nullptr) return ShownColor(swatch.customColor->values, swatch.tint);
+    if (swatch.values) return ShownColor(*swatch.values);
+    return std::nullopt;
 }
 
-void WriteSwatch(std::ostream& out, const json& swatch, const CustomColors& customColors, ChipDepth chips) {
-    const json* customColor = CustomColorOf(customColors, swatch);
-    const std::optional<Srgb> shown = Shown(swatch, customColor);
+void WriteSwatch(std::ostream& out, const ShownSwatch& swatch, ChipDepth chips) {
+    const std::optional<Srgb> shown = Shown(swatch);
     out << "    ";
     WriteChip(out, shown, chips);
     if (shown) WriteHex(out, *shown);
     else out << "       ";
-    WriteQuoted(out << ' ', swatch["name"]);
+    WriteJsonString(out << ' ', swatch.name);
     out << ": ";
-    const std::string kind = swatch["kind"];
-    if (kind == "custom") WriteCustom(out, swatch, customColor);
-    else if (swatch.contains("values")) WriteValues(out, *ColorValuesFromJson(kind, swatch["values"]));
-    else out << kind;
+    if (swatch.kind == "custom") WriteCustom(out, swatch);
+    else if (swatch.values) WriteValues(out, *swatch.values);
+    else out << swatch.kind;
     out << '\n';
 }
 
@@ -73,23 +59,24 @@ bool EndsWithSibilant(std::string_view noun) { return noun.ends_with("s") || nou
 
 }  // namespace
 
-CustomColors CustomColorsByName(const json& document) {
+CustomColors CustomColorsByName(const nlohmann::json& document) {
     CustomColors colors;
-    for (const json& color : document["customColors"]) colors.emplace(color["name"].get<std::string>(), &color);
+    for (const nlohmann::json& color : document["customColors"])
+        colors.emplace(color["name"].get<std::string>(), &color);
     return colors;
 }
 
-const json* CustomColorOf(const CustomColors& colors, const json& swatch) {
+const nlohmann::json* CustomColorOf(const CustomColors& colors, const nlohmann::json& swatch) {
     if (swatch["kind"] != "custom" || !swatch["customColor"].is_string()) return nullptr;
     auto found = colors.find(swatch["customColor"].get<std::string>());
     return found == colors.end() ? nullptr : found->second;
 }
 
-DocumentCounts CountsOf(const json& document) {
+DocumentCounts CountsOf(const ShownDocument& document) {
     DocumentCounts counts;
-    counts.groups = document["groups"].size();
-    for (const json& group : document["groups"]) counts.swatches += group["swatches"].size();
-    counts.customColors = document["customColors"].size();
+    counts.groups = document.GroupCount();
+    for (std::size_t group = 0; group < counts.groups; ++group) counts.swatches += document.SwatchCount(group);
+    counts.customColors = document.CustomColorCount();
     return counts;
 }
 
@@ -104,26 +91,30 @@ void WriteCounts(std::ostream& out, const DocumentCounts& counts) {
     WriteCount(out << ", ", counts.customColors, "custom colour");
 }
 
-void WriteDocument(std::ostream& out, const json& document, std::size_t number, const std::string& source,
+void WriteDocument(std::ostream& out, ShownDocument& document, std::size_t number, const std::string& source,
                    ChipDepth chips) {
-    const CustomColors customColors = CustomColorsByName(document);
-    WriteQuoted(out << "document " << number << ' ', document["name"]);
+    WriteJsonString(out << "document " << number << ' ', document.Name());
     if (!source.empty()) out << " (from " << source << ')';
     out << ":\n";
-    bool first = true;
-    for (const json& group : document["groups"]) {
-        if (first) {
+    for (std::size_t group = 0; group < document.GroupCount(); ++group) {
+        if (group == 0) {
             out << "  default group:\n";
         } else {
-            WriteQuoted(out << "  group ", group["name"]);
+            WriteJsonString(out << "  group ", document.GroupName(group));
             out << ":\n";
         }
-        first = false;
-        if (group["swatches"].empty()) out << "    (no swatches)\n";
-        for (const json& swatch : group["swatches"]) WriteSwatch(out, swatch, customColors, chips);
+        const std::size_t swatches = document.SwatchCount(group);
+        if (swatches == 0) out << "    (no swatches)\n";
+        for (std::size_t index = 0; index < swatches; ++index) WriteSwatch(out, document.Swatch(group, index), chips);
     }
     WriteCounts(out << "  ", CountsOf(document));
     out << '\n';
+}
+
+void WriteDocument(std::ostream& out, const nlohmann::json& document, std::size_t number, const std::string& source,
+                   ChipDepth chips) {
+    JsonShownDocument shown(document);
+    WriteDocument(out, shown, number, source, chips);
 }
 
 }  // namespace kelvra::cli

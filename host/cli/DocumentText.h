@@ -1,5 +1,5 @@
-// The readable form of a document, made from its JSON form (DocumentJson.h),
-// one line per swatch: the sRGB hex of the colour it shows, its name and its
+// The readable form of a document, made from either of its forms
+// (ShownDocument.h), one line per swatch: the sRGB hex of the colour it shows, its name and its
 // colour in a person's units (ColorText.h), after a chip of that colour when
 // chips are wanted; a custom colour's name only when it is not the
 // swatch's own.
@@ -15,6 +15,7 @@
 //     3 swatches in 2 groups, 1 custom colour
 #pragma once
 
+#include "ShownDocument.h"
 #include "TerminalColor.h"
 
 #include <nlohmann/json.hpp>
@@ -33,7 +34,7 @@ struct DocumentCounts {
     std::size_t customColors = 0;
 };
 
-DocumentCounts CountsOf(const nlohmann::json& document);
+DocumentCounts CountsOf(const ShownDocument& document);
 
 // A document's custom colours by name, so that each swatch finds its own
 // without a walk through all of them.
@@ -48,6 +49,9 @@ void WriteCounts(std::ostream& out, const DocumentCounts& counts);
 
 // `number` tells documents of the same name apart; `source` is the file the
 // document was opened as, empty for none.
+void WriteDocument(std::ostream& out, ShownDocument& document, std::size_t number, const std::string& source,
+                   ChipDepth chips);
+// The same from the JSON form.
 void WriteDocument(std::ostream& out, const nlohmann::json& document, std::size_t number, const std::string& source,
                    ChipDepth chips);
 

@@ -5,6 +5,7 @@
 #include "EventsSince.h"
 #include "ImportReport.h"
 
+#include <BufferedStream.h>
 #include <CommandLine.h>
 #include <kelvra/DocumentJson.h>
 #include <kelvra/Host.h>
@@ -112,8 +113,8 @@ FileImport ImportFile(Host& host, const std::filesystem::path& file, Document* p
 
 namespace {
 
-ImportReport RunImport(const ImportOptions& options) {
-    Host host;
+// The report reads the host's documents, so the host outlives it.
+ImportReport RunImport(Host& host, const ImportOptions& options) {
     ApplyHostSetup(Resolved(options.setup), host);
     AnswerQuestions(host, options.answer);
     ImportReport report;
@@ -136,10 +137,16 @@ ImportReport RunImport(const ImportOptions& options) {
     report.shutdown = module->Shutdown();
     report.shutdownEvents = EventsSince(host.Events(), seen);
     for (const Document* document : host.Documents().All()) {
-        (host.Documents().IsHidden(*document) ? report.libraryDocuments : report.documents)
-            .push_back(ToJson(*document));
+        (host.Documents().IsHidden(*document) ? report.hostLibraryDocuments : report.hostDocuments)
+            .push_back(document);
     }
     return report;
+}
+
+nlohmann::json DocumentsJson(const ImportReport& report) {
+    nlohmann::json documents = nlohmann::json::array();
+    for (const Document* document : report.hostDocuments) documents.push_back(ToJson(*document));
+    return documents;
 }
 
 }  // namespace
@@ -157,12 +164,17 @@ int Import(const ImportOptions& options) {
             return commandline::kCannotRun;
         }
     }
-    const ImportReport report = RunImport(options);
-    if (options.json) std::cout << ImportJson(report).dump(2) << "\n";
-    else WriteImportText(std::cout, report, ChooseChipDepth(options.color, CurrentTerminal()));
+    Host host;
+    const ImportReport report = RunImport(host, options);
+    if (options.json) {
+        WriteImportJson(std::cout, report);
+    } else {
+        commandline::BufferedStream out(std::cout);
+        WriteImportText(out, report, ChooseChipDepth(options.color, CurrentTerminal()));
+    }
     std::cout.flush();
     if (!options.sheet.empty()) {
-        if (const std::string why = sheet::WriteSheet(DocumentsSheet(report.documents), options.sheet); !why.empty()) {
+        if (const std::string why = sheet::WriteSheet(DocumentsSheet(DocumentsJson(report)), options.sheet); !why.empty()) {
             std::cerr << "kelvra-host import: " << why << "\n";
             return commandline::kFailed;
         }

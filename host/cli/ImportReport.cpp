@@ -2,12 +2,18 @@
 
 #include "DocumentText.h"
 #include "EventText.h"
+#include "JsonOutput.h"
 #include "ResultJson.h"
+#include "ShownDocument.h"
 
+#include <kelvra/DocumentJson.h>
 #include <kelvra/EventJson.h>
 #include <kelvra/ResultText.h>
 
+#include <OutputBuffer.h>
+
 #include <algorithm>
+#include <memory>
 
 namespace kelvra::cli {
 
@@ -54,18 +60,30 @@ std::string SourceOf(const ImportReport& report, std::size_t document) {
     return "";
 }
 
-void WriteTotals(std::ostream& out, const ImportReport& report) {
+using ShownDocuments = std::vector<std::unique_ptr<ShownDocument>>;
+
+// The host's documents when there are any, else the JSON ones.
+ShownDocuments Shown(const std::vector<const Document*>& host, const json& documents) {
+    ShownDocuments shown;
+    for (const Document* document : host) shown.push_back(std::make_unique<HostShownDocument>(*document));
+    if (host.empty()) {
+        for (const json& document : documents) shown.push_back(std::make_unique<JsonShownDocument>(document));
+    }
+    return shown;
+}
+
+void WriteTotals(std::ostream& out, const ImportReport& report, const ShownDocuments& documents) {
     const std::size_t failed = report.FailedFiles();
     WriteCount(out, report.files.size(), "file");
     out << ": " << report.files.size() - failed << " imported, " << failed << " not imported; ";
-    WriteCount(out, report.documents.size(), "document");
-    if (report.documents.empty()) {
+    WriteCount(out, documents.size(), "document");
+    if (documents.empty()) {
         out << '\n';
         return;
     }
     DocumentCounts total;
-    for (const json& document : report.documents) {
-        const DocumentCounts counts = CountsOf(document);
+    for (const auto& document : documents) {
+        const DocumentCounts counts = CountsOf(*document);
         total.groups += counts.groups;
         total.swatches += counts.swatches;
         total.customColors += counts.customColors;
@@ -152,13 +170,14 @@ void WriteImportText(std::ostream& out, const ImportReport& report, ChipDepth ch
         out << "shut-down:\n  ZP Interface / Shutdown -> " << ResultText(*report.shutdown) << '\n';
         WriteEvents(out, report.shutdownEvents);
     }
-    for (std::size_t i = 0; i < report.documents.size(); ++i)
-        WriteDocument(out, report.documents[i], i + 1, SourceOf(report, i), chips);
-    for (std::size_t i = 0; i < report.libraryDocuments.size(); ++i) {
+    const ShownDocuments documents = Shown(report.hostDocuments, report.documents);
+    for (std::size_t i = 0; i < documents.size(); ++i) WriteDocument(out, *documents[i], i + 1, SourceOf(report, i), chips);
+    const ShownDocuments libraryDocuments = Shown(report.hostLibraryDocuments, report.libraryDocuments);
+    for (std::size_t i = 0; i < libraryDocuments.size(); ++i) {
         out << "library ";
-        WriteDocument(out, report.libraryDocuments[i], i + 1, "", chips);
+        WriteDocument(out, *libraryDocuments[i], i + 1, "", chips);
     }
-    WriteTotals(out, report);
+    WriteTotals(out, report, documents);
 }
 
 json ImportJson(const ImportReport& report) {
@@ -181,6 +200,28 @@ json ImportJson(const ImportReport& report) {
     out["failedFiles"] = report.FailedFiles();
     out["importedFiles"] = report.files.size() - report.FailedFiles();
     return out;
+}
+
+void WriteImportJson(std::ostream& stream, const ImportReport& report) {
+    commandline::OutputBuffer out(stream);
+    PrettyJson json(out);
+    const auto writeDocuments = [&json](const std::vector<const Document*>& documents) {
+        json.BeginArray();
+        for (const Document* document : documents) WriteJsonParts(*document, json);
+        json.EndArray();
+    };
+    // Everything but the host's documents is small, and written from its
+    // JSON value.
+    const nlohmann::json small = ImportJson(report);
+    json.BeginObject();
+    for (const auto& [key, value] : small.items()) {
+        json.Key(key);
+        if (key == "documents" && !report.hostDocuments.empty()) writeDocuments(report.hostDocuments);
+        else if (key == "libraryDocuments" && !report.hostLibraryDocuments.empty()) writeDocuments(report.hostLibraryDocuments);
+        else json.Value(value);
+    }
+    json.EndObject();
+    out << '\n';
 }
 
 }  // namespace kelvra::cli

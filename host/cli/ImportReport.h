@@ -3,6 +3,7 @@
 
 #include "TerminalColor.h"
 
+#include <kelvra/Document.h>
 #include <kelvra/EventLog.h>
 #include <kelvra/FormatOpening.h>
 
@@ -65,6 +66,11 @@ struct ImportReport {
     nlohmann::json documents = nlohmann::json::array();  // the user's (DocumentJson.h), in the order opened
     // The hidden documents of the library files the module had the host open.
     nlohmann::json libraryDocuments = nlohmann::json::array();
+    // The same as the host holds them, read in place by the printed forms
+    // instead of the JSON ones above when the command fills these; the host
+    // must outlive the report.
+    std::vector<const Document*> hostDocuments;
+    std::vector<const Document*> hostLibraryDocuments;
 
     std::size_t FailedFiles() const;
     bool Succeeded() const { return refusal.empty() && startup == 0 && FailedFiles() == 0; }
@@ -76,5 +82,8 @@ void WriteImportText(std::ostream& out, const ImportReport& report, ChipDepth ch
 void WriteFileImport(std::ostream& out, const FileImport& file);
 nlohmann::json FileImportJson(const FileImport& file);
 nlohmann::json ImportJson(const ImportReport& report);
+// ImportJson(report).dump(2) and a line break, written as it goes, with the
+// host's documents when the report has them.
+void WriteImportJson(std::ostream& out, const ImportReport& report);
 
 }  // namespace kelvra::cli

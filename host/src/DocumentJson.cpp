@@ -5,6 +5,7 @@
 #include "UnicodeText.h"
 #include "WholeFile.h"
 
+#include <charconv>
 #include <cmath>
 #include <cstdlib>
 #include <limits>
@@ -51,45 +52,103 @@ const KindName* ByName(std::span<const KindName> kinds, const std::string& name)
 }
 
 json Number(float value) {
-    const std::string text = FloatText(value);
-    if (!std::isfinite(value)) return text;
-    return std::strtod(text.c_str(), nullptr);
+    const std::optional<double> number = JsonValue(value);
+    return number ? json(*number) : json(FloatText(value));
 }
 
-json Numbers(std::initializer_list<float> values) {
-    json numbers = json::array();
-    for (float value : values) numbers.push_back(Number(value));
-    return numbers;
+void Number(JsonParts& parts, float value) {
+    if (const std::optional<double> number = JsonValue(value)) parts.Float(*number);
+    else parts.String(FloatText(value));
 }
 
-json SwatchJson(const Document& document, const Swatch& swatch) {
+void Values(JsonParts& parts, std::initializer_list<float> values) {
+    parts.Key("values");
+    parts.BeginArray();
+    for (float value : values) Number(parts, value);
+    parts.EndArray();
+}
+
+void Name(JsonParts& parts, const std::u16string& name) {
+    parts.Key("name");
+    parts.String(NameText(name));
+}
+
+// The keys of every object in sorted order, as ToJson's objects keep them.
+void SwatchParts(JsonParts& parts, const Document& document, const Swatch& swatch) {
     const KVColor& color = swatch.color;
-    const KindName* kind = ByKind(kSwatchKinds, color.kind);
-    json out = {{"name", Utf16ToUtf8(swatch.name)}, {"kind", kind != nullptr ? kind->name : "none"}};
     const auto& c = color.c;
-    switch (color.kind) {
-    case kKVGrayColor: out["values"] = Numbers({c.gray.gray}); break;
-    case kKVThreeColor: out["values"] = Numbers({c.three.red, c.three.green, c.three.blue}); break;
-    case kKVFourColor:
-        out["values"] = Numbers({c.four.cyan, c.four.magenta, c.four.yellow, c.four.black});
-        break;
-    case kKVCustomColor: {
+    parts.BeginObject();
+    if (color.kind == kKVCustomColor) {
         const CustomColor* custom = document.Find(c.custom.color);
-        out["customColor"] = custom != nullptr ? json(Utf16ToUtf8(custom->name)) : json(nullptr);
-        out["tint"] = Number(c.custom.tint);
-        break;
+        parts.Key("customColor");
+        if (custom != nullptr) parts.String(NameText(custom->name));
+        else parts.Null();
     }
+    parts.Key("kind");
+    parts.String(SwatchKindName(color.kind));
+    Name(parts, swatch.name);
+    switch (color.kind) {
+    case kKVGrayColor: Values(parts, {c.gray.gray}); break;
+    case kKVThreeColor: Values(parts, {c.three.red, c.three.green, c.three.blue}); break;
+    case kKVFourColor: Values(parts, {c.four.cyan, c.four.magenta, c.four.yellow, c.four.black}); break;
+    case kKVCustomColor:
+        parts.Key("tint");
+        Number(parts, c.custom.tint);
+        break;
     default: break;
     }
-    return out;
+    parts.EndObject();
 }
 
-json CustomColorJson(const CustomColor& color) {
-    json out = ToJson(color.definition);
-    out["name"] = Utf16ToUtf8(color.name);
-    out["bookId"] = color.bookId;
-    return out;
+void CustomColorParts(JsonParts& parts, const CustomColor& color) {
+    const DefinitionValues values = ValuesOf(color.definition);
+    parts.BeginObject();
+    parts.Key("bookId");
+    parts.Integer(color.bookId);
+    parts.Key("flags");
+    parts.Unsigned(color.definition.flags);
+    parts.Key("kind");
+    parts.String(values.kind);
+    Name(parts, color.name);
+    parts.Key("values");
+    parts.BeginArray();
+    for (std::size_t i = 0; i < values.count; ++i) Number(parts, values.values[i]);
+    parts.EndArray();
+    parts.EndObject();
 }
+
+// Builds the JSON value whose parts it is handed.
+class JsonTree final : public JsonParts {
+public:
+    json Take() { return std::move(root_); }
+
+    void BeginObject() override { Open(json::object()); }
+    void EndObject() override { open_.pop_back(); }
+    void BeginArray() override { Open(json::array()); }
+    void EndArray() override { open_.pop_back(); }
+    void Key(std::string_view key) override { key_ = key; }
+    void String(std::string_view utf8) override { Add(std::string(utf8)); }
+    void Integer(std::int64_t number) override { Add(number); }
+    void Unsigned(std::uint64_t number) override { Add(number); }
+    void Float(double number) override { Add(number); }
+    void Null() override { Add(nullptr); }
+
+private:
+    json& Add(json value) {
+        if (open_.empty()) return root_ = std::move(value);
+        json& container = *open_.back();
+        if (container.is_array()) {
+            container.push_back(std::move(value));
+            return container.back();
+        }
+        return container[key_] = std::move(value);
+    }
+    void Open(json container) { open_.push_back(&Add(std::move(container))); }
+
+    json root_;
+    std::vector<json*> open_;  // the innermost last; a child is added only to the innermost
+    std::string key_;
+};
 
 // Reading: every failure names where it is.
 [[noreturn]] void Refuse(const std::string& where, const std::string& what) {
@@ -255,16 +314,56 @@ json ToJson(const KVCustomColor& definition) {
     return {{"kind", values.kind}, {"values", std::move(numbers)}, {"flags", definition.flags}};
 }
 
-json ToJson(const Document& document) {
-    json groups = json::array();
+void WriteJsonParts(const Document& document, JsonParts& parts) {
+    parts.BeginObject();
+    parts.Key("customColors");
+    parts.BeginArray();
+    for (const auto& color : document.CustomColors()) CustomColorParts(parts, *color);
+    parts.EndArray();
+    parts.Key("groups");
+    parts.BeginArray();
     for (const auto& group : document.Groups()) {
-        json swatches = json::array();
-        for (const auto& swatch : group->swatches) swatches.push_back(SwatchJson(document, *swatch));
-        groups.push_back({{"name", Utf16ToUtf8(group->name)}, {"swatches", std::move(swatches)}});
+        parts.BeginObject();
+        Name(parts, group->name);
+        parts.Key("swatches");
+        parts.BeginArray();
+        for (const auto& swatch : group->swatches) SwatchParts(parts, document, *swatch);
+        parts.EndArray();
+        parts.EndObject();
     }
-    json colors = json::array();
-    for (const auto& color : document.CustomColors()) colors.push_back(CustomColorJson(*color));
-    return {{"name", document.Name()}, {"groups", std::move(groups)}, {"customColors", std::move(colors)}};
+    parts.EndArray();
+    parts.Key("name");
+    parts.String(document.Name());
+    parts.EndObject();
+}
+
+json ToJson(const Document& document) {
+    JsonTree tree;
+    WriteJsonParts(document, tree);
+    return tree.Take();
+}
+
+const char* SwatchKindName(std::int32_t kind) {
+    const KindName* known = ByKind(kSwatchKinds, kind);
+    return known != nullptr ? known->name : "none";
+}
+
+std::string NameText(std::u16string_view name) { return Utf16ToUtf8(name); }
+
+std::optional<double> JsonValue(float value) {
+    if (!std::isfinite(value)) return std::nullopt;
+    // The shortest decimal that reads back as the float, read as a double.
+    char text[48];
+    const char* end = std::to_chars(std::begin(text), std::end(text), value).ptr;
+    double number = 0;
+    std::from_chars(text, end, number);
+    return number;
+}
+
+float JsonReadBack(float value) {
+    if (std::isnan(value)) return std::numeric_limits<float>::quiet_NaN();
+    const std::optional<double> number = JsonValue(value);
+    return number ? float(*number) : value;
 }
 
 std::unique_ptr<Document> DocumentFromJson(const json& json) {

@@ -4,23 +4,9 @@
 
 #include <kelvra/DocumentJson.h>
 
-#include <algorithm>
 #include <bit>
-#include <functional>
 
 namespace kelvra {
-
-namespace {
-
-// How many different items there are; sorts them and drops the repeats.
-template <typename T>
-std::size_t DistinctCount(std::vector<T>& items) {
-    std::sort(items.begin(), items.end(), std::less<>());  // a total order for pointers too
-    items.erase(std::unique(items.begin(), items.end()), items.end());
-    return items.size();
-}
-
-}  // namespace
 
 ImportWatch::DefinitionKey ImportWatch::KeyOf(const KVCustomColor& definition) {
     const DefinitionValues values = ValuesOf(definition);
@@ -48,7 +34,7 @@ void ImportWatch::Made(const CustomColor& color) {
     if (!active_) return;
     Watched& watched = Entry(color);
     watched.made = true;
-    watched.definitions.push_back(KeyOf(color.definition));
+    watched.definitions.Insert(KeyOf(color.definition));
 }
 
 void ImportWatch::Redefined(const CustomColor& color, const KVCustomColor& previous) {
@@ -58,16 +44,16 @@ void ImportWatch::Redefined(const CustomColor& color, const KVCustomColor& previ
         watched.redefined = true;
         watched.before = previous;
     }
-    watched.definitions.push_back(KeyOf(color.definition));
+    watched.definitions.Insert(KeyOf(color.definition));
 }
 
 void ImportWatch::Shown(const CustomColor& color, const Swatch& swatch) {
-    if (active_) Entry(color).swatches.push_back(&swatch);
+    if (active_) Entry(color).swatches.Insert(&swatch);
 }
 
 std::vector<Event> ImportWatch::End(const DocumentList& documents) {
     std::vector<Event> events;
-    for (Watched& watched : watched_) {
+    for (const Watched& watched : watched_) {
         // Colours outlive the import unless their document was closed.
         const Document* document = documents.OwnerOf(HandleOf(*watched.color));
         if (document == nullptr) continue;
@@ -84,11 +70,10 @@ std::vector<Event> ImportWatch::End(const DocumentList& documents) {
             event.before = watched.before;
             event.after = color.definition;
         }
-        const std::size_t swatches = DistinctCount(watched.swatches);
-        if (swatches > 1) {
+        if (watched.swatches.Size() > 1) {
             Event& event = about(Event::Kind::CustomColorShared);
-            event.swatches = std::int32_t(swatches);
-            event.definitions = std::int32_t(DistinctCount(watched.definitions));
+            event.swatches = std::int32_t(watched.swatches.Size());
+            event.definitions = std::int32_t(watched.definitions.Size());
         }
     }
     Reset(false);

@@ -12,6 +12,10 @@
 
 #include <array>
 #include <cstdint>
+#include <deque>
+#include <memory>
+#include <optional>
+#include <set>
 #include <vector>
 
 namespace kelvra {
@@ -32,22 +36,36 @@ private:
     using DefinitionKey = std::array<std::uint32_t, 6>;
     static DefinitionKey KeyOf(const KVCustomColor& definition);
 
+    // A set that holds one item for nearly every colour an import touches:
+    // that one is kept in place, and a set is made only for a second.
+    template <typename T>
+    class Distinct {
+    public:
+        void Insert(const T& item) {
+            if (!first_) first_ = item;
+            else if (more_) more_->insert(item);
+            else if (item != *first_) more_ = std::make_unique<std::set<T>>(std::set<T>{*first_, item});
+        }
+        std::size_t Size() const { return more_ ? more_->size() : first_ ? 1 : 0; }
+
+    private:
+        std::optional<T> first_;
+        std::unique_ptr<std::set<T>> more_;
+    };
+
     struct Watched {
         const CustomColor* color = nullptr;
         bool made = false;            // by this import
         bool redefined = false;       // by this import, having been there before
         KVCustomColor before{};       // when redefined: the definition the import found
-        // Given by this import and the swatches that showed the colour, with
-        // repeats until End counts them: most colours have one of each, and
-        // a set per colour would cost more than the import itself.
-        std::vector<DefinitionKey> definitions;
-        std::vector<const Swatch*> swatches;
+        Distinct<DefinitionKey> definitions;  // given by this import
+        Distinct<const Swatch*> swatches;
     };
     Watched& Entry(const CustomColor& color);
     void Reset(bool active);
 
     bool active_ = false;
-    std::vector<Watched> watched_;
+    std::deque<Watched> watched_;  // grows without moving what it holds
     FlatPointerMap<const CustomColor*, std::size_t> index_;
 };
 

@@ -22,12 +22,53 @@
 #include <nlohmann/json.hpp>
 
 #include <array>
+#include <cstdint>
 #include <filesystem>
 #include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
 
 namespace kelvra {
 
 nlohmann::json ToJson(const Document& document);
+
+// The parts of a JSON value in the order they are written, for writers
+// that stream the JSON form of a document instead of building it.
+class JsonParts {
+public:
+    virtual ~JsonParts() = default;
+    virtual void BeginObject() = 0;
+    virtual void EndObject() = 0;
+    virtual void BeginArray() = 0;
+    virtual void EndArray() = 0;
+    virtual void Key(std::string_view key) = 0;
+    virtual void String(std::string_view utf8) = 0;
+    virtual void Integer(std::int64_t number) = 0;
+    virtual void Unsigned(std::uint64_t number) = 0;
+    virtual void Float(double number) = 0;
+    virtual void Null() = 0;
+};
+
+// Hands the parts of ToJson(document) to `parts`: the same values, each
+// object's keys in the sorted order the JSON library keeps them in.
+void WriteJsonParts(const Document& document, JsonParts& parts);
+
+// A swatch kind's name in the JSON form ("gray", "custom", ...; "none" for
+// a kind it does not know).
+const char* SwatchKindName(std::int32_t kind);
+// A swatch, group or custom colour name as the JSON form writes it: UTF-8,
+// each lone surrogate U+FFFD.
+std::string NameText(std::u16string_view name);
+// A colour value as the JSON form holds it: the double that the shortest
+// decimal of the float reads as; none for NaN and the infinities, which
+// the JSON form writes as the strings "NaN", "Infinity", "-Infinity".
+std::optional<double> JsonValue(float value);
+// The float a reader of the JSON form gets back: float(JsonValue(value)),
+// which for a few floats is a neighbour (the decimal, read as a double,
+// can fall halfway between two floats); a quiet NaN for any NaN, the
+// infinities as they are.
+float JsonReadBack(float value);
 
 // A custom colour's definition: the name of its kind in the JSON form
 // ("cmyk", "rgb", "lab"; an unknown kind reads as "cmyk") and its values in

@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <sstream>
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -49,6 +52,30 @@ TEST(JsonWriterTest, PrettyPutsEachMemberOnItsOwnLineButKeepsOneLineArrays) {
               "  \"one\": [1, 2],\n"
               "  \"empty\": {}\n"
               "}");
+}
+
+// Doubles are written as JsonDouble spells them, also when a value comes
+// again after many others and when two values share the writer's memory of
+// recent texts.
+TEST(JsonWriterTest, WritesEveryDoubleAsJsonDoubleDoesWhateverCameBefore) {
+    std::vector<double> values = {0.0, -0.0, 0.1, 1.0 / 3.0, std::numeric_limits<double>::quiet_NaN(),
+                                  -std::numeric_limits<double>::infinity(), 1e300};
+    for (int i = 0; i < 2000; ++i) values.push_back(i / 255.0);
+    for (int i = 0; i < 600; ++i) values.push_back(values[std::size_t(i * 7) % values.size()]);
+    std::ostringstream out;
+    std::string expected = "[";
+    {
+        tool::JsonWriter json(out, false);
+        json.BeginArray(true);
+        for (const double value : values) {
+            json.Value(value);
+            expected += (expected.size() > 1 ? ", " : "") + tool::JsonDouble(value);
+        }
+        json.EndArray();
+    }
+    EXPECT_EQ(out.str(), expected + "]");
+    EXPECT_TRUE(out.str().starts_with("[0, -0, 0.10000000000000001, 0.33333333333333331, \"NaN\", \"-Infinity\", "))
+        << out.str().substr(0, 100);
 }
 
 }  // namespace
