@@ -39,7 +39,9 @@ TEST(FlatPointerMapTest, AnErasedKeyIsGoneAndTheOthersStay) {
     EXPECT_FALSE(map.Erase(objects.At(50)));
     EXPECT_EQ(map.Find(objects.At(50)), nullptr);
     for (int i = 0; i < 100; ++i) {
-        if (i != 50) EXPECT_EQ(*map.Find(objects.At(std::size_t(i))), i) << i;
+        if (i != 50) {
+            EXPECT_EQ(*map.Find(objects.At(std::size_t(i))), i) << i;
+        }
     }
     EXPECT_EQ(map.Size(), 99u);
 }
@@ -88,7 +90,9 @@ TEST(FlatPointerMapTest, AgreesWithAnOrderedMapOverRandomOperations) {
             const std::size_t* found = map.Find(key);
             const auto wanted = expected.find(key);
             ASSERT_EQ(found != nullptr, wanted != expected.end()) << "keys " << keys << ", step " << step;
-            if (found != nullptr) ASSERT_EQ(*found, wanted->second);
+            if (found != nullptr) {
+                ASSERT_EQ(*found, wanted->second);
+            }
             ASSERT_EQ(map.Size(), expected.size());
         }
         std::size_t visited = 0;
