@@ -1,8 +1,9 @@
 // The suite's functions, and unloading, reloading and shutting down with
 // libraries gathered and opened, with the host failing its 1st, 2nd, 3rd
 // ... call or block allocation, once or from then on, until the operation
-// goes through: every run answers its specified code, shows the user only
-// what is specified, leaves nothing behind and never damages a file.
+// goes through: every run answers the code its failure calls for, shows the
+// user only the alerts that failure allows, leaves nothing behind and never
+// damages a file.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 

@@ -1,8 +1,9 @@
 // Gathering the libraries, refreshing them after a change and opening one,
 // with the host failing its 1st, 2nd, 3rd ... call, or the 1st, 2nd, 3rd ...
 // allocation failing, once or from then on, until the operation goes
-// through: every run answers as specified, leaves a tree that lists only
-// what is on disk in its order, and gives back every host string and path.
+// through: every run answers the code its failure calls for, leaves a tree
+// that lists only what is on disk in its order, and gives back every host
+// string and path.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
