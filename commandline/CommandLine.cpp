@@ -73,6 +73,16 @@ std::optional<int> Parse(CLI::App& app, int argc, const char* const* argv, std::
     return std::nullopt;
 }
 
+int FinishOutput(int status, std::ostream& out, std::ostream& err, std::string_view name) {
+    errno = 0;
+    out.flush();
+    if (out) return status;
+    const int error = errno;
+    err << name << ": cannot write the output" << (error != 0 ? std::string(": ") + std::strerror(error) : "")
+        << '\n';
+    return kCannotRun;
+}
+
 std::string WhyUnreadable(const std::string& path) {
     const int file = open(path.c_str(), O_RDONLY);
     if (file < 0) return std::strerror(errno);

@@ -29,6 +29,12 @@ std::string ExitStatusHelp(std::string_view succeeded, std::string_view failed);
 // Nothing when the command should run.
 std::optional<int> Parse(CLI::App& app, int argc, const char* const* argv, std::ostream& out, std::ostream& err);
 
+// Flushes `out`, where the command printed its results. When that output
+// could not all be written (a full disk, say), says so on `err` under the
+// command's `name` and answers kCannotRun instead of `status`: lost output
+// must never pass for a success.
+int FinishOutput(int status, std::ostream& out, std::ostream& err, std::string_view name);
+
 // Why the file at `path` cannot be read ("No such file or directory", "Is a
 // directory", "Permission denied", ...); empty when it can.
 std::string WhyUnreadable(const std::string& path);

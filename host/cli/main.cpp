@@ -35,7 +35,10 @@ CLI::Validator TimeoutSeconds() {
 
 }  // namespace
 
-int main(int argc, char** argv) {
+namespace {
+
+// The command asked for; main makes sure its output was written.
+int RunAskedCommand(int argc, char** argv) {
     CLI::App app{"kelvra-host: the emulated Kelvra host. Loads a module file as the host would, "
                  "runs it, validates it and imports files through it; keeps the host's library folders and "
                  "remembered library files.",
@@ -252,4 +255,10 @@ int main(int argc, char** argv) {
         return kelvra::cli::Import(import);
     }
     return kelvra::cli::Validate(validate);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    return commandline::FinishOutput(RunAskedCommand(argc, argv), std::cout, std::cerr, "kelvra-host");
 }

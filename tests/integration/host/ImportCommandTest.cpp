@@ -34,6 +34,19 @@ private:
     testsupport::TemporaryFolder folder_;
 };
 
+// The report going to a full device: the import may have worked, but what
+// it printed is lost, and that must not pass for a success.
+TEST_F(ImportCommandTest, AReportThatCannotBeWrittenIsAFailureSaidOnStandardError) {
+    const std::string file = Write("colours.tsw", "rgb 1 0 0 Red\n");
+    for (const char* json : {"", " --json"}) {
+        const auto result = testsupport::RunProgram(
+            {"sh", "-c", "\"$0\" import --module \"$1\"" + std::string(json) + " \"$2\" >/dev/full", KELVRA_HOST,
+             kFormatModule, file});
+        EXPECT_EQ(result.exitStatus, 2) << json;
+        EXPECT_THAT(result.errors, testing::HasSubstr("kelvra-host: cannot write the output")) << json;
+    }
+}
+
 TEST_F(ImportCommandTest, OpensAFileAsADocumentNamedAfterItAndShowsItsSwatches) {
     const std::string file = Write("colours.tsw",
                                    "gray 0.2 Paper\n"

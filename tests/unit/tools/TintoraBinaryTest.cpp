@@ -37,6 +37,14 @@ TEST(TintoraBinary, ExitsWithOneWhenTheReaderFails) {
     EXPECT_THAT(outcome.output, testing::StartsWith("{\"result\": 2, "));
 }
 
+TEST(TintoraBinary, ExitsWithTwoWhenItsOutputCannotBeWritten) {
+    testsupport::TemporaryFolder folder;
+    const auto file = folder.Write("book.xml", std::string("<OrvikSwatchbook Version=\"4\"/>"));
+    const auto outcome = testsupport::RunProgram({"sh", "-c", "\"$0\" dump \"$1\" >/dev/full", TINTORA_BINARY, file});
+    EXPECT_EQ(outcome.exitStatus, 2);
+    EXPECT_THAT(outcome.errors, testing::HasSubstr("tintora: cannot write the output"));
+}
+
 TEST(TintoraBinary, ExitsWithTwoWhenItCannotRun) {
     testsupport::TemporaryFolder folder;
     EXPECT_EQ(RunBinary({"trace", "--no-such-option", "x"}).exitStatus, 2);
