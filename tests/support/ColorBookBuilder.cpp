@@ -58,4 +58,17 @@ ColorBookDescription SampleColorBook() {
     return book;
 }
 
+ColorBookDescription NumberedSpotColorBook(const std::string& title, int colors) {
+    ColorBookDescription book;
+    book.title = U16(title);
+    book.bookId = 3100;
+    book.colorSpace = kColorBookCMYK;
+    for (int i = 0; i < colors; ++i) {
+        book.records.push_back({U16("Colour " + std::to_string(i)), std::to_string(i),
+                                {std::uint8_t(i), std::uint8_t(i >> 8), std::uint8_t(i * 3), 7}, {}});
+    }
+    book.trailer = ColorBookTrailer("spot");
+    return book;
+}
+
 }  // namespace testsupport

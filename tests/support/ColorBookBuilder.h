@@ -44,4 +44,9 @@ Bytes ColorBookTrailer(const std::string& mark);
 // A small valid book: three named records and a gap, RGB, with a trailer.
 ColorBookDescription SampleColorBook();
 
+// A CMYK book (BookID 3100) of `colors` spot colours "Colour 0", "Colour 1"
+// … with their numbers as catalogue codes, as the speed benchmarks and the
+// work-per-colour guards read.
+ColorBookDescription NumberedSpotColorBook(const std::string& title, int colors);
+
 }  // namespace testsupport

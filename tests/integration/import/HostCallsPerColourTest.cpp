@@ -11,25 +11,10 @@
 
 #include "ModuleImport.h"
 #include "tests/support/ColorBookBuilder.h"
-#include "tests/support/Utf16Text.h"
 
 namespace {
 
 using CallsByFunction = std::map<std::string, std::uint64_t>;
-
-// A CMYK book of spot colours with catalogue codes, as the benchmark imports.
-testsupport::Bytes SpotBook(int colors) {
-    testsupport::ColorBookDescription book;
-    book.title = testsupport::U16("Guard");
-    book.bookId = 3100;
-    book.colorSpace = testsupport::kColorBookCMYK;
-    for (int i = 0; i < colors; ++i) {
-        book.records.push_back({testsupport::U16("Colour " + std::to_string(i)), std::to_string(i),
-                                {std::uint8_t(i), 0x20, 0x40, 0x60}, {}});
-    }
-    book.trailer = testsupport::ColorBookTrailer("spot");
-    return testsupport::BuildColorBook(book);
-}
 
 class HostCallsPerColourTest : public import_testing::ModuleImportTest {
 protected:
@@ -40,7 +25,9 @@ protected:
 
     // The host calls one import of a book of `colors` colours made.
     Import CallsToImport(int colors) {
-        const std::filesystem::path file = folder_.Write("book" + std::to_string(colors) + ".ocb", SpotBook(colors));
+        const std::filesystem::path file =
+            folder_.Write("book" + std::to_string(colors) + ".ocb",
+                          testsupport::BuildColorBook(testsupport::NumberedSpotColorBook("Guard", colors)));
         kelvra::Document& document = host_.Documents().New("Import");
         const std::uint64_t totalBefore = host_.Faults().TotalCalls();
         const CallsByFunction before = ByFunction();
