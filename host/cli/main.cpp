@@ -45,7 +45,9 @@ int RunAskedCommand(int argc, char** argv) {
                  "kelvra-host"};
     app.require_subcommand(1);
     commandline::AddVersion(app);
-    app.footer("Each command's --help tells its exit statuses; 2 always means that the command line was wrong.");
+    app.footer(
+        "Each command's --help tells its exit statuses; 2 always means that the command line was wrong "
+        "or that the standard output could not be written.");
 
     kelvra::cli::RunOptions run;
     CLI::App* runCommand = app.add_subcommand(
