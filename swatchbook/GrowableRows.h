@@ -28,7 +28,7 @@ class GrowableRows {
 public:
     // 64 KiB worth of rows, at least one: the first allocation and each growth step.
     static constexpr std::size_t kStepRows = std::max<std::size_t>(1, 65536 / sizeof(Row));
-    static constexpr std::size_t kGrowthFactor = 16;
+    static constexpr std::size_t kGrowthFactor = 8;
 
     explicit GrowableRows(RowGrowth growth = RowGrowth::kFixedStep) : growth_(growth) {}
     ~GrowableRows() { Release(); }
