@@ -1,7 +1,8 @@
 // Each faster path of the model beside the plain path it stands for, on the
 // same bytes (layout in inputs/FastPathInput.h): the conversions of the
-// input's colour values in every colour space and pair of encodings, then
-// the look-ups in the book a reader makes of the rest. Any difference is
+// input's colour values in every colour space and pair of encodings, the
+// reader filling a reference book directly beside the same reader filling
+// one it knows only by its interface, then the look-ups in that book. Any difference is
 // printed and aborts the run.
 #include <algorithm>
 #include <cstddef>
@@ -39,12 +40,13 @@ void FailOn(const std::string& difference) {
     std::abort();
 }
 
-void ReadBook(BookFormat format, OrvikSwatchbookStream& stream, ReferenceBook& book, std::uint32_t flags) {
+std::int32_t ReadBook(BookFormat format, OrvikSwatchbookStream& stream, OrvikSwatchbook& book, std::uint32_t flags) {
     switch (format) {
-        case BookFormat::kColorBook: formats::ReadColorBook(stream, book, flags); break;
-        case BookFormat::kExchange: formats::ReadSwatchExchange(stream, book, flags); break;
-        case BookFormat::kXml: formats::ReadXmlSwatchbook(stream, book, flags); break;
+        case BookFormat::kColorBook: return formats::ReadColorBook(stream, book, flags);
+        case BookFormat::kExchange: return formats::ReadSwatchExchange(stream, book, flags);
+        case BookFormat::kXml: break;
     }
+    return formats::ReadXmlSwatchbook(stream, book, flags);
 }
 
 // Calls check(i) for the entries of 0..count-1 the budget allows.
@@ -62,6 +64,11 @@ void ForEntriesWithinBudget(std::int32_t count, std::int64_t searches, Check che
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     fuzzinputs::FastPathInput input = fuzzinputs::DecodeFastPathInput(data, size);
     FailOn(testsupport::AnyConversionDifference(input.values));
+
+    FailOn(testsupport::FilledBookDifference([&](OrvikSwatchbook& book) {
+        auto stream = testsupport::MemoryStream::Reading(input.file);
+        return ReadBook(input.format, stream, book, input.flags);
+    }));
 
     auto stream = testsupport::MemoryStream::Reading(std::move(input.file));
     ReferenceBook book;

@@ -44,10 +44,6 @@ void OrvikSwatchbookFormat::EndFill() {
     formats_.ShrinkToFit();
 }
 
-bool OrvikSwatchbookFormat::IsValidFormat(std::int32_t format) const {
-    return format >= 0 && static_cast<std::size_t>(format) < formats_.Count();
-}
-
 std::int32_t OrvikSwatchbookFormat::CountFormats() const {
     return static_cast<std::int32_t>(formats_.Count());
 }

@@ -50,7 +50,11 @@ protected:
     OrvikSwatchbookFormat() = default;
 
     // 0 <= format < CountFormats().
-    bool IsValidFormat(std::int32_t format) const;
+    bool IsValidFormat(std::int32_t format) const {
+        return format >= 0 && static_cast<std::size_t>(format) < formats_.Count();
+    }
+    // The row of a valid format, read without a virtual call.
+    const FormatRecord& FormatRow(std::int32_t format) const { return formats_[static_cast<std::size_t>(format)]; }
 
 private:
     using StringField = std::uint32_t FormatRecord::*;

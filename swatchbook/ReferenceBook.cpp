@@ -122,12 +122,12 @@ double ReferenceBook::GetSwatchTint(std::int32_t, std::int32_t* ok) const {
 }
 
 std::int32_t ReferenceBook::AddSwatch(std::int32_t position) {
-    const std::int32_t count = CountSwatches();
-    if (count == std::numeric_limits<std::int32_t>::max()) {
+    const std::size_t count = swatches_.Count();
+    if (count == static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max())) {
         return -1;
     }
-    if (position < 0 || position > count) {
-        position = count;
+    if (position < 0 || static_cast<std::size_t>(position) > count) {
+        position = static_cast<std::int32_t>(count);
     }
     if (!swatches_.Insert(static_cast<std::size_t>(position))) {
         return -1;
@@ -165,26 +165,38 @@ bool ReferenceBook::SetSwatchValuesNative(std::int32_t swatch, std::int32_t form
     if (!IsValidFormat(format) || !IsValidSwatch(swatch)) {
         return false;
     }
-    const std::int32_t colorSpace = GetFormatColorSpace(format);
-    // Converted straight into the record: loading the values back from a
-    // copy just stored, channel by channel, stalls on every swatch. A failed
-    // conversion puts the old values back; values handed in from the record
-    // itself are read from the copy.
-    ReferenceSwatch& record = swatches_[static_cast<std::size_t>(swatch)];
-    double kept[kMaxChannels];
-    std::memcpy(kept, record.values, sizeof kept);
-    const auto at = reinterpret_cast<std::uintptr_t>(values);
-    const auto first = reinterpret_cast<std::uintptr_t>(record.values);
-    const void* source = at >= first && at < first + sizeof record.values
-                             ? reinterpret_cast<const std::uint8_t*>(kept) + (at - first)
-                             : values;
-    std::memset(record.values, 0, sizeof record.values);
-    if (!ConvertColorValues(colorSpace, GetFormatEncoding(format), source, kFloatEncoding, record.values)) {
-        std::memcpy(record.values, kept, sizeof kept);
+    const FormatRecord& row = FormatRow(format);
+    // The only colour spaces the conversion refuses; refused before the
+    // record is touched, so that it keeps its values.
+    if (DefaultChannelCount(row.colorSpace) == 0) {
         return false;
     }
-    record.colorSpace = colorSpace;
+    ReferenceSwatch& record = swatches_[static_cast<std::size_t>(swatch)];
+    const auto at = reinterpret_cast<std::uintptr_t>(values);
+    const auto first = reinterpret_cast<std::uintptr_t>(record.values);
+    if (values == nullptr || (at >= first && at < first + sizeof record.values)) {
+        // Beside the record: a missing buffer fails (unless the encoding
+        // converts nothing), and values handed in from the record itself are
+        // read before it changes.
+        double converted[kMaxChannels] = {};
+        if (!ConvertColorValues(row.colorSpace, row.encoding, values, kFloatEncoding, converted)) {
+            return false;
+        }
+        std::memcpy(record.values, converted, sizeof converted);
+    } else {
+        // Straight into the record: loading the values back from a copy just
+        // stored, channel by channel, stalls on every swatch. With a known
+        // colour space and both buffers given the conversion cannot fail.
+        std::memset(record.values, 0, sizeof record.values);
+        ConvertColorValues(row.colorSpace, row.encoding, values, kFloatEncoding, record.values);
+    }
+    record.colorSpace = row.colorSpace;
     return true;
+}
+
+bool ReferenceBook::ReserveSwatches(std::size_t count) {
+    return count <= std::size_t(std::numeric_limits<std::int32_t>::max()) - swatches_.Count() &&
+           swatches_.ReserveExactly(swatches_.Count() + count);
 }
 
 bool ReferenceBook::BuildNameIndex() const {

@@ -86,19 +86,28 @@ public:
     // No tints: sets *ok to 1 and answers 0.0.
     double GetSwatchTint(std::int32_t swatch, std::int32_t* ok) const override;
 
+    // The writing operations a reader calls per swatch are final, so that a
+    // reader that knows it fills a ReferenceBook calls them directly.
+    //
     // Inserts a new swatch before `position`; a position outside 0..count
     // appends. The new swatch's index, or -1 when storage cannot grow.
-    std::int32_t AddSwatch(std::int32_t position) override;
+    std::int32_t AddSwatch(std::int32_t position) final;
     // Kinds outside 1..3 (such as an empty place) leave the swatch as it is.
     // Answers the swatch's kind after the call.
-    std::int32_t SetSwatchKind(std::int32_t swatch, std::int32_t kind) override;
+    std::int32_t SetSwatchKind(std::int32_t swatch, std::int32_t kind) final;
     // False for a name that with its terminator needs more than 64 bytes.
-    bool SetSwatchName(std::int32_t swatch, const std::u16string& name) override;
+    bool SetSwatchName(std::int32_t swatch, const std::u16string& name) final;
     // Catalogue keys and tints are accepted and not kept.
-    bool SetSwatchKey(std::int32_t swatch, const std::u16string& key) override;
-    bool SetSwatchTint(std::int32_t swatch, double tint) override;
+    bool SetSwatchKey(std::int32_t swatch, const std::u16string& key) final;
+    bool SetSwatchTint(std::int32_t swatch, double tint) final;
     // Keeps the values as doubles, with the format's colour space.
     bool SetSwatchValuesNative(std::int32_t swatch, std::int32_t format, const void* values) override;
+
+    // Room for `count` more swatches in storage of exactly the size they
+    // need, for a reader that knows how many it will add: the swatches then
+    // neither grow their storage nor, at EndFill, shrink it. False, changing
+    // nothing, without memory.
+    bool ReserveSwatches(std::size_t count);
 
     // The index of the first swatch whose name is `fullName` less Prefix and
     // Postfix; -1 when there is none.

@@ -3,13 +3,12 @@
 #include <algorithm>
 #include <cstring>
 #include <string>
-#include <vector>
 
 #include "formats/ReaderResult.h"
 #include "formats/streams/ByteBuffer.h"
 #include "formats/streams/ByteCursor.h"
 #include "formats/streams/OrvikSwatchbookStream.h"
-#include "swatchbook/OrvikSwatchbook.h"
+#include "swatchbook/ReferenceBook.h"
 
 namespace formats {
 
@@ -20,9 +19,9 @@ constexpr std::uint8_t kTrailerMark[4] = {'s', 'p', 'f', 'l'};
 constexpr std::uint8_t kSpotMark[4] = {'s', 'p', 'o', 't'};
 constexpr std::size_t kCodeBytes = 6;
 
-// UTF-16 units in the read buffer, already in host order.
+// UTF-16 units in the read buffer.
 struct Text {
-    const std::uint8_t* units = nullptr;
+    std::uint8_t* units = nullptr;
     std::size_t count = 0;
 
     char16_t At(std::size_t i) const { return char16_t(units[2 * i] | (units[2 * i + 1] << 8)); }
@@ -40,15 +39,13 @@ Text CutLocalisationKey(Text text) {
     return text;
 }
 
-// A text field, header text or name: a count of units, then the units,
-// swapped where they lie. The whole field; the key rule is the caller's.
+// A text field, header text or name: a count of units, then the units as
+// they lie. The whole field; swapping and the key rule are the caller's.
 bool ReadText(ByteCursor& in, Text& text) {
     if (!in.Has(4)) return false;
     const std::uint64_t count = in.ReadU32();
     if (!in.Has(2 * count)) return false;
-    std::uint8_t* units = in.Take(std::size_t(2 * count));
-    SwapUtf16InPlace(units, std::size_t(count));
-    text = {units, std::size_t(count)};
+    text = {in.Take(std::size_t(2 * count)), std::size_t(count)};
     return true;
 }
 
@@ -70,6 +67,7 @@ std::int32_t ReadHeader(ByteCursor& in, bool keepKeys, Header& header) {
     header.bookId = in.ReadU16();
     for (Text* text : {&header.title, &header.prefix, &header.postfix, &header.copyright}) {
         if (!ReadText(in, *text)) return kReadTruncated;
+        SwapUtf16InPlace(text->units, text->count);
         if (!keepKeys) *text = CutLocalisationKey(*text);
     }
     for (std::uint16_t* value : {&header.colorCount, &header.pageSize, &header.pageKeyOffset, &header.colorSpace}) {
@@ -97,46 +95,60 @@ std::int32_t KindFromFlags(std::uint32_t flags, std::int32_t colorSpace) {
 
 // Where a record's fields lie in the read buffer.
 struct Record {
-    bool gap = false;
     Text name;
     const std::uint8_t* code = nullptr;
     std::size_t codeLength = 0;
-    const std::uint8_t* components = nullptr;
+    std::uint8_t* components = nullptr;
+
+    bool IsGap() const { return name.count == 0; }
 };
 
-// Parses every record before the book sees any, so a damaged file adds no
-// swatch at all.
-bool ReadRecords(ByteCursor& in, std::uint32_t flags, std::uint16_t count, std::size_t channels, bool inverted,
-                 std::vector<Record>& records) {
-    records.reserve(count);
+// The next record, its fields as they lie; false when it runs past the end.
+bool ReadRecord(ByteCursor& in, std::size_t channels, Record& record) {
+    if (!ReadText(in, record.name)) return false;
+    if (!in.Has(std::uint64_t(channels) + kCodeBytes)) return false;
+    record.code = in.Take(kCodeBytes);
+    record.codeLength = 0;
+    while (record.codeLength < kCodeBytes && record.code[record.codeLength] != 0) ++record.codeLength;
+    record.components = in.Take(channels);
+    return true;
+}
+
+// The first pass over the records, before the book sees any, so that a
+// damaged file adds no swatch at all: checks that every record lies within
+// the data, turns names and components into what the book is given, where
+// they lie, and counts the swatches the records make.
+bool PrepareRecords(ByteCursor& in, std::uint16_t count, std::size_t channels, bool inverted, bool keepGaps,
+                    std::size_t& swatches) {
+    swatches = 0;
+    Record record;
     for (std::uint16_t i = 0; i < count; ++i) {
-        Record record;
-        if (!ReadText(in, record.name)) return false;
-        record.gap = record.name.count == 0;
-        if ((flags & kColorBookKeepKeys) == 0) record.name = CutLocalisationKey(record.name);
-        if (!in.Has(std::uint64_t(channels) + kCodeBytes)) return false;
-        record.code = in.Take(kCodeBytes);
-        while (record.codeLength < kCodeBytes && record.code[record.codeLength] != 0) ++record.codeLength;
-        std::uint8_t* components = in.Take(channels);
+        if (!ReadRecord(in, channels, record)) return false;
+        SwapUtf16InPlace(record.name.units, record.name.count);
         // Ink is stored inverted: 0 in the file is full ink.
         if (inverted) {
-            for (std::size_t c = 0; c < channels; ++c) components[c] = std::uint8_t(255 - components[c]);
+            for (std::size_t c = 0; c < channels; ++c) record.components[c] = std::uint8_t(255 - record.components[c]);
         }
-        record.components = components;
-        records.push_back(record);
+        if (!record.IsGap() || keepGaps) ++swatches;
     }
     return true;
 }
 
-void AddRecords(OrvikSwatchbook& book, const std::vector<Record>& records, std::uint32_t flags, std::int32_t format,
-                std::int32_t kind) {
+// The second pass, over records that PrepareRecords has checked and turned.
+// A template, so that a ReferenceBook is filled through direct calls.
+template <typename Book>
+void AddRecords(ByteCursor in, Book& book, std::uint16_t count, std::size_t channels, std::uint32_t flags,
+                std::int32_t format, std::int32_t kind) {
     std::u16string name;
     std::u16string code;
-    for (const Record& record : records) {
-        if (record.gap) {
+    Record record;
+    for (std::uint16_t i = 0; i < count; ++i) {
+        ReadRecord(in, channels, record);
+        if (record.IsGap()) {
             if (flags & kColorBookKeepGaps) book.SetSwatchKind(book.AddSwatch(-1), swatchbook::kEmptyPlaceKind);
             continue;
         }
+        if ((flags & kColorBookKeepKeys) == 0) record.name = CutLocalisationKey(record.name);
         const std::int32_t swatch = book.AddSwatch(-1);
         book.SetSwatchKind(swatch, kind);
         record.name.CopyTo(name);
@@ -190,9 +202,11 @@ std::int32_t ReadColorBook(OrvikSwatchbookStream& stream, OrvikSwatchbook& book,
     const std::int32_t channels = book.GetFormatChannels(format);
 
     std::int32_t kind = KindFromFlags(flags, colorSpace);
-    std::vector<Record> records;
-    if (!ReadRecords(in, flags, header.colorCount, std::size_t(channels > 0 ? channels : 0),
-                     colorSpace == swatchbook::kCMYKSpace, records)) {
+    const std::size_t componentCount = std::size_t(channels > 0 ? channels : 0);
+    const ByteCursor firstRecord = in;
+    std::size_t swatches = 0;
+    if (!PrepareRecords(in, header.colorCount, componentCount, colorSpace == swatchbook::kCMYKSpace,
+                        (flags & kColorBookKeepGaps) != 0, swatches)) {
         return kReadTruncated;
     }
     // The optional trailer says whether the book holds spot colours.
@@ -200,7 +214,14 @@ std::int32_t ReadColorBook(OrvikSwatchbookStream& stream, OrvikSwatchbook& book,
         kind = std::memcmp(in.Take(4), kSpotMark, 4) == 0 ? swatchbook::kSpotKind : swatchbook::kGlobalKind;
     }
 
-    AddRecords(book, records, flags, format, kind);
+    if (auto* reference = dynamic_cast<ReferenceBook*>(&book)) {
+        // Storage of the exact size up front: no growth, and no copy at EndFill
+        // to shrink it. Without memory for it the swatches grow as they come.
+        reference->ReserveSwatches(swatches);
+        AddRecords(firstRecord, *reference, header.colorCount, componentCount, flags, format, kind);
+    } else {
+        AddRecords(firstRecord, book, header.colorCount, componentCount, flags, format, kind);
+    }
     book.EndFill();
     return kReadOK;
 }

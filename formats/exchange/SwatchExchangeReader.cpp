@@ -8,7 +8,7 @@
 #include "formats/ReaderResult.h"
 #include "formats/streams/ByteBuffer.h"
 #include "formats/streams/OrvikSwatchbookStream.h"
-#include "swatchbook/OrvikSwatchbook.h"
+#include "swatchbook/ReferenceBook.h"
 
 namespace formats {
 
@@ -82,9 +82,11 @@ std::int32_t KindOfColorType(std::uint16_t colorType) {
     return swatchbook::kGlobalKind;
 }
 
+// A template, so that a ReferenceBook is filled through direct calls.
+template <typename Book>
 class Reader {
 public:
-    Reader(ByteCursor& in, OrvikSwatchbook& book, bool keepKeys) : in_(in), book_(book), keepKeys_(keepKeys) {}
+    Reader(ByteCursor& in, Book& book, bool keepKeys) : in_(in), book_(book), keepKeys_(keepKeys) {}
 
     std::int32_t ReadBlocks(std::uint32_t count) {
         for (std::uint32_t index = 0; index < count; ++index) {
@@ -174,7 +176,7 @@ private:
     }
 
     ByteCursor& in_;
-    OrvikSwatchbook& book_;
+    Book& book_;
     bool keepKeys_;
     std::int32_t formats_[kModelCount] = {-1, -1, -1, -1};
     // Kept from one entry to the next, so that reading allocates nothing per swatch.
@@ -193,7 +195,9 @@ std::int32_t ReadSwatchExchange(OrvikSwatchbookStream& stream, OrvikSwatchbook& 
     std::uint32_t blockCount = 0;
     if (const std::int32_t result = ReadHeader(in, blockCount); result != kReadOK) return result;
     book.BeginFill();
-    return Reader(in, book, (flags & kSwatchExchangeKeepKeys) != 0).ReadBlocks(blockCount);
+    const bool keepKeys = (flags & kSwatchExchangeKeepKeys) != 0;
+    if (auto* reference = dynamic_cast<ReferenceBook*>(&book)) return Reader(in, *reference, keepKeys).ReadBlocks(blockCount);
+    return Reader(in, book, keepKeys).ReadBlocks(blockCount);
 }
 
 }  // namespace formats

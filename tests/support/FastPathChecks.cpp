@@ -3,6 +3,7 @@
 #include <cstring>
 #include <vector>
 
+#include "ForwardingBook.h"
 #include "Utf16Text.h"
 #include "swatchbook/ColorValueConversion.h"
 #include "swatchbook/ReferenceBook.h"
@@ -143,6 +144,66 @@ std::string LookupDifferences(ReferenceBook& book) {
         if (!difference.empty()) return difference;
     }
     return {};
+}
+
+namespace {
+
+std::string StringDifference(const char* what, const std::u16string& fast, const std::u16string& plain) {
+    return fast == plain ? std::string() : std::string(what) + ": " + Units(fast) + " and " + Units(plain);
+}
+
+std::string NumberDifference(const char* what, std::int64_t fast, std::int64_t plain) {
+    return fast == plain ? std::string() : std::string(what) + ": " + Number(fast) + " and " + Number(plain);
+}
+
+// The first difference of two books' properties, formats and records.
+std::string BookDifference(const ReferenceBook& fast, const ReferenceBook& plain) {
+    for (const std::string& difference : {
+             NumberDifference("version", fast.GetVersion(), plain.GetVersion()),
+             NumberDifference("page size", fast.GetPageSize(), plain.GetPageSize()),
+             NumberDifference("page key offset", fast.GetPageKeyOffset(), plain.GetPageKeyOffset()),
+             NumberDifference("book id", fast.GetBookID(), plain.GetBookID()),
+             StringDifference("title", fast.GetTitle(), plain.GetTitle()),
+             StringDifference("copyright", fast.GetCopyright(), plain.GetCopyright()),
+             StringDifference("prefix", fast.GetPrefix(), plain.GetPrefix()),
+             StringDifference("postfix", fast.GetPostfix(), plain.GetPostfix()),
+             NumberDifference("formats", fast.CountFormats(), plain.CountFormats()),
+             NumberDifference("swatches", fast.CountSwatches(), plain.CountSwatches()),
+         }) {
+        if (!difference.empty()) return difference;
+    }
+    for (std::int32_t f = 0; f < fast.CountFormats(); ++f) {
+        for (const std::string& difference : {
+                 NumberDifference("format colour space", fast.GetFormatColorSpace(f), plain.GetFormatColorSpace(f)),
+                 NumberDifference("format encoding", fast.GetFormatEncoding(f), plain.GetFormatEncoding(f)),
+                 NumberDifference("format channels", fast.GetFormatChannels(f), plain.GetFormatChannels(f)),
+                 StringDifference("format condition", fast.GetFormatCondition(f), plain.GetFormatCondition(f)),
+                 StringDifference("format colour space name", fast.GetFormatColorSpaceName(f, false),
+                                  plain.GetFormatColorSpaceName(f, false)),
+                 StringDifference("format id", fast.GetFormatID(f, false), plain.GetFormatID(f, false)),
+             }) {
+            if (!difference.empty()) return "format " + Number(f) + ": " + difference;
+        }
+    }
+    for (std::int32_t i = 0; i < fast.CountSwatches(); ++i) {
+        if (std::memcmp(&fast.GetSwatchRecord(i), &plain.GetSwatchRecord(i), sizeof(ReferenceSwatch)) != 0) {
+            return "record of swatch " + Number(i);
+        }
+    }
+    return {};
+}
+
+}  // namespace
+
+std::string FilledBookDifference(const std::function<std::int32_t(OrvikSwatchbook&)>& read) {
+    ReferenceBook fast;
+    ReferenceBook plain;
+    ForwardingBook hidden(plain);
+    const std::int32_t fastResult = read(fast);
+    const std::int32_t plainResult = read(hidden);
+    if (fastResult != plainResult) return NumberDifference("reader result", fastResult, plainResult);
+    const std::string difference = BookDifference(fast, plain);
+    return difference.empty() ? std::string() : "filled books differ in " + difference;
 }
 
 }  // namespace testsupport

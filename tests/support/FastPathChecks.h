@@ -5,8 +5,10 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 
+class OrvikSwatchbook;
 class OrvikSwatchbookFormat;
 class ReferenceBook;
 
@@ -40,5 +42,13 @@ std::string FormatLookupDifference(const ReferenceBook& book, std::int32_t forma
 
 // The two look-ups above for every swatch and every format of `book`.
 std::string LookupDifferences(ReferenceBook& book);
+
+// A reader run on a ReferenceBook, which it fills through direct calls and
+// with its swatch count reserved, beside the same reader run on a
+// ReferenceBook behind a ForwardingBook, which it fills through the
+// interface alone: the same result and the same book, every record byte
+// for byte. `read` runs the reader on the book it is given, from the start
+// of the same bytes each time.
+std::string FilledBookDifference(const std::function<std::int32_t(OrvikSwatchbook&)>& read);
 
 }  // namespace testsupport

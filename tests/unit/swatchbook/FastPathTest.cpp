@@ -2,7 +2,8 @@
 // same inputs: the conversion's tables and fixed-space converters beside the
 // rules worked out channel by channel, the reference book's name search and
 // the format table's identifier search beside the searches through the
-// interface's getters.
+// interface's getters, and the readers filling a reference book directly
+// beside the same readers filling one they know only by its interface.
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -10,15 +11,21 @@
 #include <limits>
 #include <string>
 
+#include "formats/colorbook/ColorBookReader.h"
+#include "formats/exchange/SwatchExchangeReader.h"
 #include "swatchbook/ColorValueConversion.h"
 #include "swatchbook/ReferenceBook.h"
 #include "swatchbook/SwatchbookCodes.h"
+#include "tests/support/ColorBookBuilder.h"
 #include "tests/support/FastPathChecks.h"
+#include "tests/support/MemoryStream.h"
+#include "tests/support/SwatchExchangeBuilder.h"
 
 using namespace swatchbook;
 using namespace std::string_literals;
 using testsupport::ConversionDifference;
 using testsupport::FindFormatDifference;
+using testsupport::FilledBookDifference;
 using testsupport::FindSwatchDifference;
 using testsupport::LookupDifferences;
 
@@ -164,6 +171,103 @@ TEST_F(FastLookupTest, IdentifiersAndIndicesAreFoundAsTheInterfaceFindsThem) {
     EXPECT_EQ(book.FindFormat(u"11"), 11);
     EXPECT_EQ(book.FindFormat(u"old"), -1);
     EXPECT_EQ(LookupDifferences(book), "");
+}
+
+// --- Readers filling a reference book
+
+using testsupport::Bytes;
+
+std::string ColorBookDifference(const Bytes& file, std::uint32_t flags) {
+    return FilledBookDifference([&](OrvikSwatchbook& book) {
+        auto stream = testsupport::MemoryStream::Reading(file);
+        return formats::ReadColorBook(stream, book, flags);
+    });
+}
+
+std::string ExchangeDifference(const Bytes& file, std::uint32_t flags) {
+    return FilledBookDifference([&](OrvikSwatchbook& book) {
+        auto stream = testsupport::MemoryStream::Reading(file);
+        return formats::ReadSwatchExchange(stream, book, flags);
+    });
+}
+
+// Named colours, a gap, a localisation key, a name cut to nothing, one too
+// long for the book and one holding a zero unit, in every colour space.
+testsupport::ColorBookDescription MixedColorBook(std::uint16_t colorSpace) {
+    testsupport::ColorBookDescription book;
+    book.title = u"$$$/Book/Title=Pastels";
+    book.prefix = u"ORV ";
+    book.postfix = u" C";
+    book.colorSpace = colorSpace;
+    const std::size_t channels = colorSpace == testsupport::kColorBookCMYK ? 4 : 3;
+    const std::u16string names[] = {u"Red", u"", u"$$$/Book/Red=Red 032", u"$$$/Only=", std::u16string(32, u'w'),
+                                    u"A\0B"s, u"$$$no key"};
+    std::uint8_t byte = 0;
+    for (const std::u16string& name : names) {
+        std::vector<std::uint8_t> components;
+        for (std::size_t c = 0; c < channels; ++c) components.push_back(byte += 37);
+        book.records.push_back({name, "AB1", components, std::nullopt});
+    }
+    return book;
+}
+
+TEST(FastFillTest, ColorBooksFillAReferenceBookAsThroughTheInterface) {
+    for (std::uint16_t colorSpace : {testsupport::kColorBookRGB, testsupport::kColorBookCMYK, testsupport::kColorBookLab}) {
+        for (const std::string& trailer : {""s, "spot"s, "proc"s}) {
+            testsupport::ColorBookDescription description = MixedColorBook(colorSpace);
+            if (!trailer.empty()) description.trailer = testsupport::ColorBookTrailer(trailer);
+            for (std::uint32_t flags = 0; flags < 32; ++flags) {
+                EXPECT_EQ(ColorBookDifference(BuildColorBook(description), flags), "")
+                    << "colour space " << colorSpace << ", trailer " << trailer << ", flags " << flags;
+            }
+        }
+    }
+}
+
+TEST(FastFillTest, DamagedColorBooksLeaveAReferenceBookAsThroughTheInterface) {
+    const Bytes whole = BuildColorBook(MixedColorBook(testsupport::kColorBookCMYK));
+    for (std::size_t size = 0; size < whole.size(); ++size) {
+        EXPECT_EQ(ColorBookDifference(Bytes(whole.begin(), whole.begin() + std::ptrdiff_t(size)), 16), "")
+            << size << " bytes";
+    }
+    testsupport::ColorBookDescription unknownSpace = MixedColorBook(testsupport::kColorBookRGB);
+    unknownSpace.colorSpace = 1;
+    EXPECT_EQ(ColorBookDifference(BuildColorBook(unknownSpace), 0), "");
+}
+
+TEST(FastFillTest, SwatchExchangeFilesFillAReferenceBookAsThroughTheInterface) {
+    testsupport::SwatchExchangeDescription description;
+    description.blocks.push_back(testsupport::GroupStartBlock(u"Group"));
+    const char* models[] = {"RGB ", "CMYK", "LAB ", "Gray", "XYZ "};
+    const std::vector<float> values[] = {{0.1f, 1.5f, -0.9f}, {0.1f, 0.2f, 0.3f, 0.4f}, {1.2f, -200.0f, 30.0f},
+                                         {0.5f}, {0.1f, 0.2f, 0.3f}};
+    const std::u16string names[] = {u"Red", u"", u"$$$/Key=Blue", std::u16string(40, u'w'), u"A\0B"s};
+    for (int i = 0; i < 25; ++i) {
+        testsupport::ExchangeColor color{{}, names[i % 5], {}, models[i % 5], values[i % 5], std::uint16_t(i % 4)};
+        if (i % 3 == 0) color.tint = 0.25f;
+        description.blocks.push_back(testsupport::ColorBlock(color));
+    }
+    description.blocks.push_back(testsupport::GroupEndBlock());
+    const Bytes whole = BuildSwatchExchange(description);
+    for (std::uint32_t flags : {0u, 1u}) {
+        EXPECT_EQ(ExchangeDifference(whole, flags), "") << "flags " << flags;
+        // Cut anywhere: what was added before the data ended must agree too.
+        for (std::size_t size = 0; size < whole.size(); size += 7) {
+            EXPECT_EQ(ExchangeDifference(Bytes(whole.begin(), whole.begin() + std::ptrdiff_t(size)), flags), "")
+                << size << " bytes, flags " << flags;
+        }
+    }
+}
+
+TEST(FastFillTest, TheCheckSeesABookThatDiffers) {
+    // A reader that gives the book it knows by type one more swatch.
+    const std::string difference = FilledBookDifference([](OrvikSwatchbook& book) {
+        book.BeginFill();
+        book.AddSwatch(-1);
+        if (dynamic_cast<ReferenceBook*>(&book) != nullptr) book.AddSwatch(-1);
+        return 0;
+    });
+    EXPECT_EQ(difference, "filled books differ in swatches: 2 and 1");
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <string>
 
 #include "AllocationCounting.h"
@@ -501,6 +502,50 @@ TEST_F(ReferenceBookTest, EndFillTrimsTheSwatchStorageToTheCount) {
     EXPECT_EQ(book.GetSwatchName(1, false), u"Green");
     // Trimmed to its 2 records, the storage must grow for a third.
     EXPECT_EQ(AllocationsDuring([&] { EXPECT_EQ(book.AddSwatch(-1), 2); }), 1u);
+}
+
+TEST_F(ReferenceBookTest, ReservedSwatchesNeitherGrowNorShrinkTheStorage) {
+    EXPECT_EQ(AllocationsDuring([&] { EXPECT_TRUE(book.ReserveSwatches(3)); }), 1u);
+    EXPECT_EQ(AllocationsDuring([&] {
+                  AddNamed(u"Red");
+                  AddNamed(u"Green");
+                  AddNamed(u"Blue");
+                  book.EndFill();
+              }),
+              0u);
+    EXPECT_EQ(book.CountSwatches(), 3);
+    EXPECT_EQ(book.GetSwatchName(2, false), u"Blue");
+    // Exactly three: a fourth swatch needs more storage.
+    EXPECT_EQ(AllocationsDuring([&] { EXPECT_EQ(book.AddSwatch(-1), 3); }), 1u);
+}
+
+TEST_F(ReferenceBookTest, ReservingAddsRoomBehindTheSwatchesThereAre) {
+    AddNamed(u"Red");
+    ASSERT_TRUE(book.ReserveSwatches(2));
+    EXPECT_EQ(AllocationsDuring([&] {
+                  AddNamed(u"Green");
+                  AddNamed(u"Blue");
+              }),
+              0u);
+    EXPECT_EQ(book.GetSwatchName(0, false), u"Red");
+    EXPECT_EQ(book.GetSwatchName(1, false), u"Green");
+}
+
+TEST_F(ReferenceBookTest, ReservingWithoutMemoryChangesNothing) {
+    AddNamed(u"Red");
+    {
+        AllocationFailureScope failure(0);
+        EXPECT_FALSE(book.ReserveSwatches(100000));
+    }
+    EXPECT_EQ(book.CountSwatches(), 1);
+    EXPECT_EQ(book.GetSwatchName(0, false), u"Red");
+    EXPECT_EQ(book.AddSwatch(-1), 1);
+}
+
+TEST_F(ReferenceBookTest, ReservingMoreThanThirtyTwoBitIndicesCanReachFails) {
+    AddNamed(u"Red");
+    EXPECT_FALSE(book.ReserveSwatches(std::size_t(std::numeric_limits<std::int32_t>::max())));
+    EXPECT_EQ(book.CountSwatches(), 1);
 }
 
 TEST_F(ReferenceBookTest, AddSwatchWithoutMemoryGivesMinusOne) {
