@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 #include <cstdlib>
 #include <limits>
 
@@ -19,10 +20,14 @@ using nlohmann::json;
 
 // `value` rounded to `decimals` places, half away from zero; -0 is 0.
 void WriteRounded(std::ostream& out, double value, int decimals) {
-    const double scale = std::pow(10.0, decimals);
+    const double scale = decimals == 0 ? 1.0 : std::pow(10.0, decimals);
     const double rounded = std::round(value * scale) / scale + 0.0;
     char text[400];
-    const auto end = std::to_chars(std::begin(text), std::end(text), rounded, std::chars_format::fixed, decimals).ptr;
+    // Whole numbers, nearly every value shown, as integers: the same digits
+    // without the floating-point formatter.
+    const bool whole = decimals == 0 && std::abs(rounded) < 1e15;
+    const auto end = whole ? std::to_chars(std::begin(text), std::end(text), std::int64_t(rounded)).ptr
+                           : std::to_chars(std::begin(text), std::end(text), rounded, std::chars_format::fixed, decimals).ptr;
     out.write(text, end - text);
 }
 

@@ -13,6 +13,13 @@ std::size_t InsertionPoint(std::int32_t index, std::size_t size) {
     return index < 0 || std::size_t(index) > size ? size : std::size_t(index);
 }
 
+// Room for one more item, growing as push_back would, so that adding it
+// next cannot fail.
+template <typename T>
+void MakeRoomForOne(std::vector<T>& items) {
+    if (items.size() == items.capacity()) items.reserve(items.empty() ? 16 : 2 * items.size());
+}
+
 // The non-const lookups share the const ones: a document's objects are its
 // own to edit.
 template <typename T>
@@ -74,34 +81,24 @@ SwatchGroup& Document::InsertGroup(std::int32_t index) {
 Swatch& Document::InsertSwatch(SwatchGroup& group, std::int32_t index) {
     auto& swatches = group.swatches;
     const std::size_t at = InsertionPoint(index, swatches.size());
-    auto swatch = std::make_unique<Swatch>();
-    swatchHandles_.Emplace(swatch.get(), true);
-    ++swatchCount_;
-    return **swatches.insert(swatches.begin() + std::ptrdiff_t(at), std::move(swatch));
+    // Room first, so that a host out of memory leaves the document as it was.
+    MakeRoomForOne(swatches);
+    Swatch& swatch = swatches_.Add();
+    swatches.insert(swatches.begin() + std::ptrdiff_t(at), PooledPtr<Swatch>(&swatch));
+    return swatch;
 }
 
-CustomColor* Document::NewCustomColor(std::u16string name, const KVCustomColor& definition) {
-    auto color = std::make_unique<CustomColor>();
-    color->name = std::move(name);
-    color->definition = definition;
-    CustomColor* made = color.get();
-    customColors_.push_back(std::move(color));
-    // One look-up by name, keyed by the new colour's own name; a host out of
-    // memory half-way leaves the document as it was.
-    bool named = false;
-    try {
-        named = colorsByName_.emplace(made->name, made).second;
-        if (named) colorHandles_.Emplace(made, true);
-    } catch (...) {
-        if (named) colorsByName_.erase(made->name);
-        customColors_.pop_back();
-        throw;
-    }
-    if (!named) {
-        customColors_.pop_back();
-        return nullptr;
-    }
-    return made;
+CustomColor* Document::NewCustomColor(std::u16string_view name, const KVCustomColor& definition) {
+    // The name is hashed once for the look-up and the index; room is made
+    // first, so that a host out of memory leaves the document as it was.
+    const std::size_t hash = colorsByName_.Hash(name);
+    if (colorsByName_.Find(name, hash) != nullptr) return nullptr;
+    colorsByName_.Reserve(colorsByName_.Size() + 1);
+    MakeRoomForOne(customColors_);
+    CustomColor& made = colors_.Add(CustomColor{std::u16string(name), definition});
+    customColors_.emplace_back(&made);
+    colorsByName_.Add(&made, hash);
+    return &made;
 }
 
 const SwatchGroup* Document::Find(KVSwatchGroupRef group) const {
@@ -111,12 +108,12 @@ const SwatchGroup* Document::Find(KVSwatchGroupRef group) const {
 
 const Swatch* Document::Find(KVSwatchRef swatch) const {
     const auto* found = reinterpret_cast<const Swatch*>(swatch);
-    return swatchHandles_.Contains(found) ? found : nullptr;
+    return swatches_.Contains(found) ? found : nullptr;
 }
 
 const CustomColor* Document::Find(KVCustomColorHandle color) const {
     const auto* found = reinterpret_cast<const CustomColor*>(color);
-    return colorHandles_.Contains(found) ? found : nullptr;
+    return colors_.Contains(found) ? found : nullptr;
 }
 
 SwatchGroup* Document::Find(KVSwatchGroupRef group) { return Editable(std::as_const(*this).Find(group)); }
@@ -125,10 +122,7 @@ Swatch* Document::Find(KVSwatchRef swatch) { return Editable(std::as_const(*this
 
 CustomColor* Document::Find(KVCustomColorHandle color) { return Editable(std::as_const(*this).Find(color)); }
 
-const CustomColor* Document::FindCustomColor(const std::u16string& name) const {
-    auto found = colorsByName_.find(name);
-    return found == colorsByName_.end() ? nullptr : found->second;
-}
+const CustomColor* Document::FindCustomColor(const std::u16string& name) const { return colorsByName_.Find(name); }
 
 CustomColor* Document::FindCustomColor(const std::u16string& name) {
     return Editable(std::as_const(*this).FindCustomColor(name));

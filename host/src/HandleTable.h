@@ -32,6 +32,17 @@ public:
     bool Remove(Handle handle) {
         return items_.Erase(reinterpret_cast<const T*>(handle));
     }
+    // The object of a live handle, no longer in the table; null for anything
+    // else.
+    template <typename Handle>
+    std::unique_ptr<T> Take(Handle handle) {
+        const T* key = reinterpret_cast<const T*>(handle);
+        Item* found = items_.Find(key);
+        if (found == nullptr) return nullptr;
+        std::unique_ptr<T> object = std::move(found->object);
+        items_.Erase(key);
+        return object;
+    }
     template <typename Predicate>
     void RemoveIf(Predicate predicate) {
         items_.EraseIf([&](const T*, const Item& item) { return predicate(*item.object); });

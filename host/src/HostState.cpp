@@ -21,6 +21,7 @@ HostState::HostState() {
     if (currentHost != nullptr) throw HostError("only one kelvra::Host may exist in a process at a time");
     for (const SuiteDefinition& suite : HostSuites()) suites.Add(suite.name, suite.version, suite.table, nullptr);
     answerQuestion = [](const std::string&) { return true; };
+    spareStrings_.reserve(kSpareStrings);
     // Blocks live now belong to whoever made them; only the faults go.
     zpbasic::ClearAllocationFault();
     clock.UseSystemClock();
@@ -71,12 +72,30 @@ void HostState::Record(const Module& module, const char* caller, const char* sel
     messages.push_back({module.Name(), caller, selector, result});
 }
 
-KVUnicodeStringRef HostState::NewString(std::u16string units, std::string key, bool global) {
-    auto string = std::make_unique<HostString>();
-    string->units = std::move(units);
+KVUnicodeStringRef HostState::NewString(std::u16string_view units, std::string key, bool global) {
+    std::unique_ptr<HostString> string;
+    if (spareStrings_.empty()) {
+        string = std::make_unique<HostString>();
+    } else {
+        string = std::move(spareStrings_.back());
+        spareStrings_.pop_back();
+    }
+    string->units = units;
     string->key = std::move(key);
     string->global = global;
     return strings.Add<KVUnicodeStringRef>(std::move(string));
+}
+
+bool HostState::DisposeString(KVUnicodeStringRef string) {
+    const HostString* found = strings.Find(string);
+    // Global strings belong to the host until it ends.
+    if (found == nullptr || found->global) return false;
+    std::unique_ptr<HostString> disposed = strings.Take(string);
+    // Within the room reserved: keeping it allocates nothing.
+    if (spareStrings_.size() < kSpareStrings && disposed->units.capacity() <= kLongestSpareText) {
+        spareStrings_.push_back(std::move(disposed));
+    }
+    return true;
 }
 
 KVUnicodeStringRef HostState::NewStringFromPlatformText(std::string_view text, bool global) {

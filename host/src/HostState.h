@@ -83,7 +83,9 @@ struct HostState {
     static void Rename(Module& module, std::string name) { module.name_ = std::move(name); }
     // The owner of the host's own string lists.
     KVResourceOwner HostResourceOwner() { return reinterpret_cast<KVResourceOwner>(&hostStrings); }
-    KVUnicodeStringRef NewString(std::u16string units, std::string key, bool global);
+    KVUnicodeStringRef NewString(std::u16string_view units, std::string key, bool global);
+    // Disposes of a string the caller made; false for a bad or global one.
+    bool DisposeString(KVUnicodeStringRef string);
     // A string from platform text, a localisation key resolved.
     KVUnicodeStringRef NewStringFromPlatformText(std::string_view text, bool global);
     // Replaces the contents of a string the caller made; false for a bad or
@@ -92,6 +94,14 @@ struct HostState {
     // The text of a string as UTF-8 (empty for a bad handle).
     std::string Utf8Of(KVUnicodeStringRef string) const;
     std::string KeyOf(KVUnicodeStringRef string) const;
+
+private:
+    // Strings disposed of, kept with the room their text had for the next
+    // ones: a module makes and disposes of a string for nearly every name it
+    // hands over, and each was two allocations and two frees.
+    static constexpr std::size_t kSpareStrings = 8;
+    static constexpr std::size_t kLongestSpareText = 64;  // code units of room
+    std::vector<std::unique_ptr<HostString>> spareStrings_;
 };
 
 // The live host; null when none exists.

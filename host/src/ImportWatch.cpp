@@ -19,41 +19,78 @@ void ImportWatch::Begin() { Reset(true); }
 
 void ImportWatch::Reset(bool active) {
     watched_.clear();
+    details_.clear();
     index_.Clear();
     active_ = active;
 }
 
 ImportWatch::Watched& ImportWatch::Entry(const CustomColor& color) {
-    if (const std::size_t* at = index_.Find(&color)) return watched_[*at];
-    watched_.emplace_back().color = &color;
-    index_.Emplace(&color, watched_.size() - 1);
-    return watched_.back();
+    // The colour just made is the one the next calls are about.
+    if (!watched_.empty() && watched_.back().color == &color) return watched_.back();
+    if (const std::uint32_t* at = index_.Find(&color)) return watched_[*at];
+    // Room first, so that a host out of memory leaves no index entry behind.
+    if (watched_.size() == watched_.capacity()) watched_.reserve(2 * watched_.size() + 16);
+    index_.Emplace(&color, std::uint32_t(watched_.size()));
+    Watched& watched = watched_.emplace_back();
+    watched.color = &color;
+    return watched;
+}
+
+ImportWatch::Details& ImportWatch::DetailsOf(Watched& watched) {
+    if (watched.details == kNoDetails) {
+        details_.emplace_back();
+        watched.details = std::uint32_t(details_.size() - 1);
+    }
+    return details_[watched.details];
 }
 
 void ImportWatch::Made(const CustomColor& color) {
     if (!active_) return;
     Watched& watched = Entry(color);
     watched.made = true;
-    watched.definitions.Insert(KeyOf(color.definition));
+    watched.defined = true;
 }
 
 void ImportWatch::Redefined(const CustomColor& color, const KVCustomColor& previous) {
     if (!active_) return;
     Watched& watched = Entry(color);
     if (!watched.made && !watched.redefined) {
+        DetailsOf(watched).before = previous;
         watched.redefined = true;
-        watched.before = previous;
     }
-    watched.definitions.Insert(KeyOf(color.definition));
+    if (!watched.defined) {
+        watched.defined = true;
+        return;
+    }
+    const DefinitionKey now = KeyOf(color.definition);
+    if (watched.details == kNoDetails || details_[watched.details].definitions.empty()) {
+        // One definition so far: the one the colour had until now.
+        const DefinitionKey before = KeyOf(previous);
+        if (before == now) return;
+        DetailsOf(watched).definitions = {before, now};
+    } else {
+        details_[watched.details].definitions.insert(now);
+    }
 }
 
 void ImportWatch::Shown(const CustomColor& color, const Swatch& swatch) {
-    if (active_) Entry(color).swatches.Insert(&swatch);
+    if (!active_) return;
+    Watched& watched = Entry(color);
+    if (watched.firstSwatch == nullptr) {
+        watched.firstSwatch = &swatch;
+    } else if (watched.details != kNoDetails && !details_[watched.details].swatches.empty()) {
+        details_[watched.details].swatches.insert(&swatch);
+    } else if (&swatch != watched.firstSwatch) {
+        DetailsOf(watched).swatches = {watched.firstSwatch, &swatch};
+    }
 }
 
 std::vector<Event> ImportWatch::End(const DocumentList& documents) {
     std::vector<Event> events;
     for (const Watched& watched : watched_) {
+        // Only a colour with details has anything to tell.
+        if (watched.details == kNoDetails) continue;
+        const Details& details = details_[watched.details];
         // Colours outlive the import unless their document was closed.
         const Document* document = documents.OwnerOf(HandleOf(*watched.color));
         if (document == nullptr) continue;
@@ -65,15 +102,17 @@ std::vector<Event> ImportWatch::End(const DocumentList& documents) {
             event.customColor = Utf16ToUtf8(color.name);
             return event;
         };
-        if (watched.redefined && KeyOf(watched.before) != KeyOf(color.definition)) {
+        if (watched.redefined && KeyOf(details.before) != KeyOf(color.definition)) {
             Event& event = about(Event::Kind::CustomColorRedefined);
-            event.before = watched.before;
+            event.before = details.before;
             event.after = color.definition;
         }
-        if (watched.swatches.Size() > 1) {
+        if (details.swatches.size() > 1) {
             Event& event = about(Event::Kind::CustomColorShared);
-            event.swatches = std::int32_t(watched.swatches.Size());
-            event.definitions = std::int32_t(watched.definitions.Size());
+            event.swatches = std::int32_t(details.swatches.size());
+            event.definitions = std::int32_t(!details.definitions.empty() ? details.definitions.size()
+                                             : watched.defined                ? 1
+                                                                              : 0);
         }
     }
     Reset(false);

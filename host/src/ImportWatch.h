@@ -12,9 +12,6 @@
 
 #include <array>
 #include <cstdint>
-#include <deque>
-#include <memory>
-#include <optional>
 #include <set>
 #include <vector>
 
@@ -35,38 +32,35 @@ private:
     // A definition compared bit for bit, so that NaN equals itself.
     using DefinitionKey = std::array<std::uint32_t, 6>;
     static DefinitionKey KeyOf(const KVCustomColor& definition);
+    static constexpr std::uint32_t kNoDetails = ~std::uint32_t(0);
 
-    // A set that holds one item for nearly every colour an import touches:
-    // that one is kept in place, and a set is made only for a second.
-    template <typename T>
-    class Distinct {
-    public:
-        void Insert(const T& item) {
-            if (!first_) first_ = item;
-            else if (more_) more_->insert(item);
-            else if (item != *first_) more_ = std::make_unique<std::set<T>>(std::set<T>{*first_, item});
-        }
-        std::size_t Size() const { return more_ ? more_->size() : first_ ? 1 : 0; }
-
-    private:
-        std::optional<T> first_;
-        std::unique_ptr<std::set<T>> more_;
-    };
-
+    // What nearly every colour of an import needs, kept small: an import
+    // of a large book watches one colour per swatch while the document
+    // grows. While the import has given a colour one definition only, that
+    // is the colour's own definition, so none is kept here.
     struct Watched {
         const CustomColor* color = nullptr;
-        bool made = false;            // by this import
-        bool redefined = false;       // by this import, having been there before
-        KVCustomColor before{};       // when redefined: the definition the import found
-        Distinct<DefinitionKey> definitions;  // given by this import
-        Distinct<const Swatch*> swatches;
+        const Swatch* firstSwatch = nullptr;  // the first of the import shown with it
+        std::uint32_t details = kNoDetails;   // in details_, once there is more to know
+        bool made = false;       // by this import
+        bool redefined = false;  // by this import, having been there before
+        bool defined = false;    // given a definition by this import (made or redefined)
+    };
+    // The rest, for the few colours an import redefines or shows in several
+    // swatches.
+    struct Details {
+        KVCustomColor before{};                // when redefined: the definition the import found
+        std::set<DefinitionKey> definitions;   // once the import gave more than one
+        std::set<const Swatch*> swatches;      // once more than one showed it
     };
     Watched& Entry(const CustomColor& color);
+    Details& DetailsOf(Watched& watched);
     void Reset(bool active);
 
     bool active_ = false;
-    std::deque<Watched> watched_;  // grows without moving what it holds
-    FlatPointerMap<const CustomColor*, std::size_t> index_;
+    std::vector<Watched> watched_;  // in the order the import first touched them
+    std::vector<Details> details_;
+    FlatPointerMap<const CustomColor*, std::uint32_t> index_;
 };
 
 }  // namespace kelvra

@@ -4,16 +4,19 @@
 #include "ZPBasicControl.h"
 
 #include <ZPBasicBlocks.h>
+#include <kelvra/FlatPointerMap.h>
 
 #include <cstdlib>
 #include <mutex>
-#include <unordered_map>
+#include <new>
 
 namespace {
 
 struct AllocatorState {
     std::mutex mutex;
-    std::unordered_map<void*, std::size_t> live;  // block -> size
+    // Block -> size, in one flat table: a module allocates and frees blocks
+    // for much of what it reads, and a node per block doubled the cost.
+    kelvra::FlatPointerMap<void*, std::size_t> live;
     zpbasic::Counts counts;
     std::uint64_t requestsUntilFault = 0;  // 0: no fault armed
     bool faultFromThenOn = false;
@@ -54,7 +57,13 @@ ZPErr ZPBasicAllocateBlock(size_t size, void** block) {
         ++s.counts.failedAllocations;
         return kZPOutOfMemoryErr;
     }
-    s.live.emplace(memory, size);
+    try {
+        s.live.Emplace(memory, size);
+    } catch (const std::bad_alloc&) {
+        std::free(memory);
+        ++s.counts.failedAllocations;
+        return kZPOutOfMemoryErr;
+    }
     ++s.counts.allocations;
     ++s.counts.liveBlocks;
     s.counts.liveBytes += size;
@@ -65,15 +74,15 @@ ZPErr ZPBasicAllocateBlock(size_t size, void** block) {
 ZPErr ZPBasicFreeBlock(void* block) {
     AllocatorState& s = State();
     std::lock_guard lock(s.mutex);
-    auto found = s.live.find(block);
-    if (found == s.live.end()) {
+    const std::size_t* size = s.live.Find(block);
+    if (size == nullptr) {
         ++s.counts.badFrees;
         return kZPBadParameterErr;
     }
-    s.counts.liveBytes -= found->second;
+    s.counts.liveBytes -= *size;
     --s.counts.liveBlocks;
     ++s.counts.frees;
-    s.live.erase(found);
+    s.live.Erase(block);
     std::free(block);
     return kZPNoErr;
 }
@@ -101,8 +110,8 @@ void ClearAllocationFault() { FailAllocation(0, false); }
 void Reset() {
     AllocatorState& s = State();
     std::lock_guard lock(s.mutex);
-    for (auto& [block, size] : s.live) std::free(block);
-    s.live.clear();
+    s.live.ForEach([](void* block, std::size_t) { std::free(block); });
+    s.live.Clear();
     s.counts = {};
     s.requestsUntilFault = 0;
     s.faultFromThenOn = false;

@@ -6,14 +6,15 @@
 #pragma once
 
 #include <KVSwatchSuites.h>
+#include <kelvra/FlatNameIndex.h>
 #include <kelvra/FlatPointerMap.h>
+#include <kelvra/ObjectPool.h>
 
 #include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace kelvra {
@@ -24,9 +25,17 @@ struct Swatch {
     KVColor color{kKVNoneColor, {}};
 };
 
+// An object of a document's pool (ObjectPool.h) as a group or list refers
+// to it: the pool owns and destroys it, so this pointer frees nothing.
+struct LeaveToPool {
+    void operator()(const void*) const noexcept {}
+};
+template <typename T>
+using PooledPtr = std::unique_ptr<T, LeaveToPool>;
+
 struct SwatchGroup {
     std::u16string name;  // empty for the default group
-    std::vector<std::unique_ptr<Swatch>> swatches;
+    std::vector<PooledPtr<Swatch>> swatches;
 };
 
 struct CustomColor {
@@ -58,9 +67,10 @@ public:
     KVSwatchListRef SwatchList() const;
 
     const std::vector<std::unique_ptr<SwatchGroup>>& Groups() const { return groups_; }
-    const std::vector<std::unique_ptr<CustomColor>>& CustomColors() const { return customColors_; }
+    // In the order they were made.
+    const std::vector<PooledPtr<CustomColor>>& CustomColors() const { return customColors_; }
     // Over all groups, in order.
-    std::size_t SwatchCount() const { return swatchCount_; }
+    std::size_t SwatchCount() const { return swatches_.Size(); }
     const Swatch* NthSwatch(std::size_t index) const;
     // HostError for a swatch of another document.
     SwatchPlace PlaceOf(const Swatch& swatch) const;
@@ -70,7 +80,7 @@ public:
     SwatchGroup& InsertGroup(std::int32_t index);
     Swatch& InsertSwatch(SwatchGroup& group, std::int32_t index);
     // Null when the document has a custom colour of that name already.
-    CustomColor* NewCustomColor(std::u16string name, const KVCustomColor& definition);
+    CustomColor* NewCustomColor(std::u16string_view name, const KVCustomColor& definition);
 
     // This document's objects by handle; null for anything else.
     const SwatchGroup* Find(KVSwatchGroupRef group) const;
@@ -85,17 +95,15 @@ public:
 
 private:
     std::string name_;
+    // Handles are checked against the pools and the groups' table, so a
+    // stale or foreign handle is refused rather than followed.
+    ObjectPool<Swatch> swatches_;
+    ObjectPool<CustomColor> colors_;
     std::vector<std::unique_ptr<SwatchGroup>> groups_;
-    std::vector<std::unique_ptr<CustomColor>> customColors_;
-    std::size_t swatchCount_ = 0;
-    // Handles are checked against these, so a stale or foreign handle is
-    // refused rather than followed.
+    std::vector<PooledPtr<CustomColor>> customColors_;
     FlatPointerMap<const SwatchGroup*, bool> groupHandles_;
-    FlatPointerMap<const Swatch*, bool> swatchHandles_;
-    // Keyed by a view of the colour's own name, which never changes: no copy
-    // of every name.
-    std::unordered_map<std::u16string_view, CustomColor*> colorsByName_;
-    FlatPointerMap<const CustomColor*, bool> colorHandles_;
+    // By the colour's own name, which never changes: no copy of every name.
+    FlatNameIndex<CustomColor> colorsByName_;
 };
 
 }  // namespace kelvra

@@ -41,16 +41,12 @@ ZPErr NewFromUTF16(HostState& host, const std::uint16_t* units, std::size_t coun
     if (string == nullptr) return kZPBadParameterErr;
     *string = nullptr;
     if (units == nullptr && count != 0) return kZPBadParameterErr;
-    *string = host.NewString(std::u16string(units, units + count), {}, false);
+    *string = host.NewString(std::u16string_view(reinterpret_cast<const char16_t*>(units), count), {}, false);
     return kZPNoErr;
 }
 
 ZPErr Dispose(HostState& host, KVUnicodeStringRef string) {
-    const HostString* found = host.strings.Find(string);
-    // Global strings belong to the host until it ends.
-    if (found == nullptr || found->global) return kZPBadParameterErr;
-    host.strings.Remove(string);
-    return kZPNoErr;
+    return host.DisposeString(string) ? kZPNoErr : kZPBadParameterErr;
 }
 
 ZPErr Length(HostState& host, KVUnicodeStringRef string, std::size_t* length) {

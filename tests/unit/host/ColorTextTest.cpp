@@ -52,6 +52,14 @@ TEST(ColorTextTest, ValuesOutOfRangeOrNotNumbersAreShownAsTheyAre) {
     EXPECT_EQ(Values({Model::Cmyk, {1.5f, -kInfinity, 0, 0}}), "cmyk 150% -Infinity 0% 0%");
 }
 
+TEST(ColorTextTest, HugeValuesAreWrittenWithAllTheirDigits) {
+    // 1e13f is 9999999827968 and 1e14f is 100000000376832, both exactly.
+    EXPECT_EQ(Values({Model::Gray, {1e13f}}), "gray 999999982796800%");
+    EXPECT_EQ(Values({Model::Gray, {1e14f}}), "gray 10000000037683200%");
+    EXPECT_EQ(Values({Model::Rgb, {-1e14f, 1e30f, 0}}),
+              "rgb -25500000096092160 255000003837103886068555658035200 0");
+}
+
 TEST(ColorTextTest, TheShownColourIsInkOnWhiteOrTheConvertedLabMixedTowardsWhiteByTheTint) {
     EXPECT_EQ(Hex({Model::Gray, {0.2f}}), "#CCCCCC");
     // Cyan 1, magenta 0.5, black 0.5: (0, 0.25, 0.5).

@@ -75,6 +75,18 @@ TEST_F(ImportEventsTest, SwatchesOfOneImportShowingOneColourAreLoggedOnceWithThe
     EXPECT_EQ(kelvra::ReadableLine(events[0]), "custom-color-shared: \"Untitled\" in \"Untitled\": 3 swatches, 2 definitions");
 }
 
+TEST_F(ImportEventsTest, ASharedColourCountsTheDistinctDefinitionsTheImportGaveIt) {
+    const std::vector<Event> events = Import(
+        "spot 0 0 0 1 0 0 Ink\n"
+        "spot 0 0 0 0.5 0 0 Ink\n"
+        "spot 0 0 0 1 0 0 Ink\n"
+        "spot 0 0 0 0.5 0 0 Ink\n"
+        "spot 0 0 0 0.25 0 0 Ink\n");
+    ASSERT_EQ(events.size(), 1u);
+    EXPECT_EQ(events[0].swatches, 5);
+    EXPECT_EQ(events[0].definitions, 3);
+}
+
 TEST_F(ImportEventsTest, SwatchesOfDifferentImportsShowingOneColourAreNotShared) {
     Import("spot 0 0.2 1 0 0 7 Gold\n");
     EXPECT_THAT(Import("spot 0 0.2 1 0 0 7 Gold\n"), IsEmpty());
