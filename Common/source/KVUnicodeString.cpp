@@ -38,7 +38,7 @@ UnicodeString UnicodeString::FromUTF8(const char* text, std::size_t length) {
         Made([&](KVUnicodeStringRef* string) { return Suite().NewFromUTF8(text, length, string); }));
 }
 
-UnicodeString UnicodeString::FromUTF16(const std::u16string& text) {
+UnicodeString UnicodeString::FromUTF16(std::u16string_view text) {
     const auto* units = reinterpret_cast<const std::uint16_t*>(text.data());
     return UnicodeString(
         Made([&](KVUnicodeStringRef* string) { return Suite().NewFromUTF16(units, text.size(), string); }));

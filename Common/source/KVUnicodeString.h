@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "ZPTypes.h"
 
@@ -20,7 +21,8 @@ public:
     // localised text.
     static UnicodeString FromPlatformText(const char* text);
     static UnicodeString FromUTF8(const char* text, std::size_t length);
-    static UnicodeString FromUTF16(const std::u16string& text);
+    // Copies the units into a host string; nothing of the caller's is kept.
+    static UnicodeString FromUTF16(std::u16string_view text);
 
     UnicodeString(UnicodeString&& other) noexcept;
     UnicodeString& operator=(UnicodeString&& other) noexcept;

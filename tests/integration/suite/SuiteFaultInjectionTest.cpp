@@ -240,7 +240,8 @@ TEST_P(SuiteFaultInjectionTest, OpenLibraryFile) {
                 EXPECT_EQ(result, kZPNoErr);
             }
         });
-    EXPECT_GT(runs, 20u);
+    // Opening a small book takes fewer blocks than host calls.
+    EXPECT_GT(runs, GetParam().fault == Fault::kCall ? 20u : 10u);
 }
 
 // Reading `file` with the suite function `read` into a new reference book:
