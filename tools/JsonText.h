@@ -29,6 +29,9 @@ void PutJsonString(std::u16string_view text, Put&& put) {
     put('"');
 }
 
+// The most characters PutJsonString writes per code unit (\uXXXX).
+inline constexpr std::size_t kJsonStringMostPerUnit = 6;
+
 std::string JsonString(std::u16string_view text);
 
 // Room enough for any JsonDouble text.

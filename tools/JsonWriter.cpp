@@ -18,8 +18,15 @@ void JsonWriter::BeforeItem() {
     }
     if (levels_.empty()) return;
     Level& level = levels_.back();
-    if (!level.empty) out_ << (pretty_ && !level.oneLine ? "," : ", ");
-    if (pretty_ && !level.oneLine) NewLine(levels_.size());
+    const bool ownLines = pretty_ && !level.oneLine;
+    if (!level.empty) {
+        out_.WriteAtMost(2, [ownLines](char* at) {
+            *at++ = ',';
+            if (!ownLines) *at++ = ' ';
+            return at;
+        });
+    }
+    if (ownLines) NewLine(levels_.size());
     level.empty = false;
 }
 
@@ -46,7 +53,18 @@ void JsonWriter::EndArray() { Close(']'); }
 
 void JsonWriter::Key(std::string_view key) {
     BeforeItem();
-    out_ << '"' << key << "\": ";
+    if (key.size() + 4 > commandline::OutputBuffer::Capacity()) {
+        out_ << '"' << key << "\": ";
+    } else {
+        out_.WriteAtMost(key.size() + 4, [key](char* at) {
+            *at++ = '"';
+            at += key.copy(at, key.size());
+            *at++ = '"';
+            *at++ = ':';
+            *at++ = ' ';
+            return at;
+        });
+    }
     afterKey_ = true;
 }
 
@@ -69,7 +87,15 @@ void JsonWriter::Value(double number) { Value(TextOf(number)); }
 
 void JsonWriter::Value(std::u16string_view text) {
     BeforeItem();
-    PutJsonString(text, [this](char c) { out_ << c; });
+    const std::size_t most = kJsonStringMostPerUnit * text.size() + 2;
+    if (most > commandline::OutputBuffer::Capacity()) {
+        PutJsonString(text, [this](char c) { out_ << c; });
+        return;
+    }
+    out_.WriteAtMost(most, [text](char* at) {
+        PutJsonString(text, [&at](char c) { *at++ = c; });
+        return at;
+    });
 }
 
 }  // namespace tool
