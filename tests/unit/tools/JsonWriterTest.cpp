@@ -79,3 +79,35 @@ TEST(JsonWriterTest, WritesEveryDoubleAsJsonDoubleDoesWhateverCameBefore) {
 }
 
 }  // namespace
+
+namespace {
+
+// An array of `count` copies of `text`, compact.
+std::string ArrayOf(const std::u16string& text, int count) {
+    std::ostringstream out;
+    tool::JsonWriter json(out, false);
+    json.BeginArray();
+    for (int i = 0; i < count; ++i) json.Value(text);
+    json.EndArray();
+    return out.str();
+}
+
+TEST(JsonWriterTest, StringsAcrossTheBufferEdgeComeOutWhole) {
+    // 7 + 2 quotes + 2 separator = 11 characters each: some copies straddle
+    // every 64 KiB edge of the writer's buffer.
+    const std::string written = ArrayOf(u"a\"b\x01" u"c", 20000);
+    const std::string one = R"("a\u0022b\u0001c")";
+    std::string expected = "[" + one;
+    for (int i = 1; i < 20000; ++i) expected += ", " + one;
+    EXPECT_EQ(written, expected + "]");
+}
+
+TEST(JsonWriterTest, AStringLongerThanTheBufferTakesIsWrittenWhole) {
+    // Escaped, 40,000 units are 240,000 characters, more than the buffer.
+    const std::u16string text(40000, u'\\');
+    std::string expected = "[\"";
+    for (int i = 0; i < 40000; ++i) expected += "\\u005c";
+    EXPECT_EQ(ArrayOf(text, 1), expected + "\"]");
+}
+
+}  // namespace
