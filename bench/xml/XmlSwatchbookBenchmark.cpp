@@ -12,33 +12,14 @@
 #include "formats/xml/XmlSwatchbookReader.h"
 #include "swatchbook/ReferenceBook.h"
 #include "tests/support/MemoryStream.h"
+#include "tests/support/NumberedXmlSwatchbook.h"
 
 namespace {
 
 constexpr int kSwatches = 10000;
 
-// Three formats (RGB bytes, CMYK doubles, Lab 16-bit), then swatches of the
-// three kinds, each with a name, a catalogue key and one colour.
 const std::string& Document() {
-    static const std::string document = [] {
-        std::string text =
-            R"(<?xml version="1.0" encoding="UTF-8"?>)"
-            "\n<OrvikSwatchbook Version=\"1\" Title=\"Benchmark book\" BookID=\"42\" Copyright=\"Tintora\">\n"
-            "<Formats>\n"
-            "  <Format ID=\"rgb\" ColorSpace=\"RGB\" Encoding=\"Int8\"/>\n"
-            "  <Format ID=\"cmyk\" ColorSpace=\"CMYK\" Encoding=\"Float\"/>\n"
-            "  <Format ID=\"lab\" ColorSpace=\"LAB\" Encoding=\"Int16\"/>\n"
-            "</Formats>\n<Swatches>\n";
-        const char* kinds[] = {"Sp", "Pr", "Pl"};
-        const char* colors[] = {R"(<C F="rgb">12 200 255</C>)", R"(<C F="cmyk">0.1 0.25 0.5 0.75</C>)",
-                                R"(<C F="lab">32768 20000 45000</C>)"};
-        for (int i = 0; i < kSwatches; ++i) {
-            const std::string kind = kinds[i % 3];
-            text += "  <" + kind + " N=\"Swatch " + std::to_string(i) + "\" ID=\"" + std::to_string(1000 + i) +
-                    "\">" + colors[(i / 3) % 3] + "</" + kind + ">\n";
-        }
-        return text + "</Swatches>\n</OrvikSwatchbook>\n";
-    }();
+    static const std::string document = testsupport::NumberedXmlSwatchbook(kSwatches);
     return document;
 }
 

@@ -18,6 +18,7 @@
 #include "tests/support/ColorBookBuilder.h"
 #include "tests/support/FailingNew.h"
 #include "tests/support/MemoryStream.h"
+#include "tests/support/NumberedXmlSwatchbook.h"
 #include "tests/support/SwatchExchangeBuilder.h"
 #include "tests/support/Utf16Text.h"
 
@@ -83,23 +84,8 @@ Bytes SwatchExchangeOf(int colors) {
     return BuildSwatchExchange(description);
 }
 
-// Three formats and swatches of the three kinds, each with its own name,
-// catalogue key and colour text.
 Bytes XmlSwatchbookOf(int swatches) {
-    std::string text =
-        "<OrvikSwatchbook Version=\"1\" Title=\"Guard\" BookID=\"42\"><Formats>"
-        "<Format ID=\"rgb\" ColorSpace=\"RGB\" Encoding=\"Int8\"/>"
-        "<Format ID=\"cmyk\" ColorSpace=\"CMYK\" Encoding=\"Float\"/>"
-        "<Format ID=\"lab\" ColorSpace=\"LAB\" Encoding=\"Int16\"/></Formats><Swatches>";
-    const char* kinds[] = {"Sp", "Pr", "Pl"};
-    const char* colors[] = {R"(<C F="rgb">12 200 255</C>)", R"(<C F="cmyk">0.1 0.25 0.5 0.75</C>)",
-                            R"(<C F="lab">32768 20000 45000</C>)"};
-    for (int i = 0; i < swatches; ++i) {
-        const std::string kind = kinds[i % 3];
-        text += "<" + kind + " N=\"Swatch " + std::to_string(i) + "\" ID=\"" + std::to_string(1000 + i) + "\">" +
-                colors[(i / 3) % 3] + "</" + kind + ">";
-    }
-    text += "</Swatches></OrvikSwatchbook>";
+    const std::string text = testsupport::NumberedXmlSwatchbook(swatches);
     return {text.begin(), text.end()};
 }
 
