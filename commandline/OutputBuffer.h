@@ -56,7 +56,9 @@ public:
     static constexpr std::size_t Capacity() { return kSize; }
 
     // Hands what is gathered to the stream.
-    void Flush() {
+    // Out of line: it is rare, and inlined it made every append save
+    // registers for the stream call.
+    [[gnu::noinline]] void Flush() {
         out_.write(buffer_, std::streamsize(used_));
         used_ = 0;
     }

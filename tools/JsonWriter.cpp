@@ -3,6 +3,7 @@
 #include "JsonText.h"
 
 #include <bit>
+#include <cstring>
 
 namespace tool {
 
@@ -11,12 +12,7 @@ void JsonWriter::NewLine(std::size_t depth) {
     for (std::size_t i = 0; i < depth; ++i) out_ << "  ";
 }
 
-void JsonWriter::BeforeItem() {
-    if (afterKey_) {
-        afterKey_ = false;
-        return;
-    }
-    if (levels_.empty()) return;
+void JsonWriter::SeparateItem() {
     Level& level = levels_.back();
     const bool ownLines = pretty_ && !level.oneLine;
     if (!level.empty) {
@@ -83,7 +79,16 @@ std::string_view JsonWriter::TextOf(double number) {
     return {slot.text, slot.size};
 }
 
-void JsonWriter::Value(double number) { Value(TextOf(number)); }
+void JsonWriter::Value(double number) {
+    BeforeItem();
+    const std::string_view text = TextOf(number);
+    // The whole slot is copied, a fixed size the compiler copies in a few
+    // moves; only the text's own characters count.
+    out_.WriteAtMost(kJsonDoubleSize, [&text](char* at) {
+        std::memcpy(at, text.data(), kJsonDoubleSize);
+        return at + text.size();
+    });
+}
 
 void JsonWriter::Value(std::u16string_view text) {
     BeforeItem();

@@ -56,8 +56,16 @@ private:
     void Open(char bracket, bool oneLine);
     void Close(char bracket);
     void NewLine(std::size_t depth);
-    // The separator before an item of the innermost level.
-    void BeforeItem();
+    // The separator before an item of the innermost level. Inline for the
+    // value after a key, which needs none; the rest is SeparateItem.
+    void BeforeItem() {
+        if (afterKey_) {
+            afterKey_ = false;
+            return;
+        }
+        if (!levels_.empty()) SeparateItem();
+    }
+    void SeparateItem();
 
     // The text of recent doubles: a book's values mostly come from a few
     // hundred byte values, and writing 17 digits is the dearest part of
@@ -67,6 +75,8 @@ private:
         std::uint8_t size = 0;  // 0: empty
         char text[kJsonDoubleSize];
     };
+    // The text of `number`, in its slot: all kJsonDoubleSize characters
+    // behind the view's start may be read.
     std::string_view TextOf(double number);
 
     commandline::OutputBuffer out_;
