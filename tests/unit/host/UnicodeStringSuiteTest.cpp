@@ -112,6 +112,23 @@ TEST_F(UnicodeStringSuiteTest, BadHandlesAndNullsAnswerParm) {
     EXPECT_EQ(s->New(nullptr), kZPBadParameterErr);
 }
 
+// Disposed strings are kept for the next ones: a new string keeps nothing
+// of the one whose room it takes, neither its text nor its key.
+TEST_F(UnicodeStringSuiteTest, AStringMadeAfterADisposalCarriesNothingOfTheDisposedOne) {
+    const auto* user = Acquire<KVUserSuite>(host, kKVUserSuite, 21);
+    ASSERT_EQ(s->Dispose(Make("$$$/CppPlugin/STR/Gone=A longer text that was disposed of.")), 0u);
+    const std::uint16_t units[] = {0x4E, 0x65, 0x77};
+    KVUnicodeStringRef made = nullptr;
+    ASSERT_EQ(s->NewFromUTF16(units, 3, &made), 0u);
+    EXPECT_EQ(Text(made), "New");
+    ASSERT_EQ(user->ErrorAlert(made), 0u);
+    ASSERT_EQ(host.Events().All().size(), 1u);
+    EXPECT_EQ(host.Events().All()[0].text, "New");
+    EXPECT_EQ(host.Events().All()[0].key, "");
+    ASSERT_EQ(s->Dispose(made), 0u);
+    EXPECT_EQ(host.LiveObjects().strings, 0u);
+}
+
 TEST_F(UnicodeStringSuiteTest, StringsNotDisposedOfAreCountedButGlobalOnesAreNot) {
     const auto* global = Acquire<KVGlobalUnicodeStringSuite>(host, kKVGlobalUnicodeStringSuite, 1);
     KVUnicodeStringRef kept = nullptr;
