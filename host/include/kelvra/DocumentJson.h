@@ -65,8 +65,8 @@ std::string NameText(std::u16string_view name);
 // the JSON form writes as the strings "NaN", "Infinity", "-Infinity".
 std::optional<double> JsonValue(float value);
 // The float a reader of the JSON form gets back: float(JsonValue(value)),
-// which for a few floats is a neighbour (the decimal, read as a double,
-// can fall halfway between two floats); a quiet NaN for any NaN, the
+// which for one magnitude is a neighbour (the decimal, read as a double,
+// falls halfway between two floats); a quiet NaN for any NaN, the
 // infinities as they are.
 float JsonReadBack(float value);
 

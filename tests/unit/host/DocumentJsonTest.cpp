@@ -5,7 +5,12 @@
 
 #include <gtest/gtest.h>
 
+#include <bit>
+#include <charconv>
 #include <cmath>
+#include <cstdint>
+#include <cstdlib>
+#include <limits>
 
 namespace {
 
@@ -106,6 +111,51 @@ TEST(DocumentJsonTest, NotANumberAndTheInfinitiesAreNamed) {
     EXPECT_EQ(rgb.blue, -INFINITY);
     EXPECT_EQ(kelvra::ToJson(*document)["groups"][0]["swatches"][0]["values"],
               json({"NaN", "Infinity", "-Infinity"}));
+}
+
+// What a reader of the JSON text gets: the float's shortest decimal, read
+// by another parser than the host's.
+float ReadBackThroughText(float value) {
+    char text[48];
+    *std::to_chars(std::begin(text), std::end(text) - 1, value).ptr = '\0';
+    return float(std::strtod(text, nullptr));
+}
+
+TEST(DocumentJsonTest, AFloatReadsBackAsItsShortestDecimalReadAsADouble) {
+    std::size_t checked = 0;
+    // Bit patterns spread over every sign, exponent and mantissa.
+    for (std::uint64_t bits = 0; bits <= 0xFFFFFFFFu; bits += 65521) {
+        const float value = std::bit_cast<float>(std::uint32_t(bits));
+        if (!std::isfinite(value)) continue;
+        ASSERT_EQ(std::bit_cast<std::uint32_t>(kelvra::JsonReadBack(value)),
+                  std::bit_cast<std::uint32_t>(ReadBackThroughText(value)))
+            << std::hex << bits;
+        ++checked;
+    }
+    EXPECT_GT(checked, 60000u);
+}
+
+TEST(DocumentJsonTest, OneMagnitudeReadsBackAsItsUpperNeighbour) {
+    for (const std::uint32_t sign : {0u, 0x80000000u}) {
+        const float value = std::bit_cast<float>(sign | 0x15AE43FDu);
+        EXPECT_EQ(std::bit_cast<std::uint32_t>(kelvra::JsonReadBack(value)), sign | 0x15AE43FEu);
+        EXPECT_EQ(std::bit_cast<std::uint32_t>(ReadBackThroughText(value)), sign | 0x15AE43FEu);
+        // Its neighbours read back as themselves.
+        for (const std::uint32_t neighbour : {0x15AE43FCu, 0x15AE43FEu}) {
+            const float near = std::bit_cast<float>(sign | neighbour);
+            EXPECT_EQ(std::bit_cast<std::uint32_t>(kelvra::JsonReadBack(near)), sign | neighbour);
+        }
+    }
+}
+
+TEST(DocumentJsonTest, NotANumberReadsBackQuietAndTheInfinitiesAsThemselves) {
+    const float signalling = std::numeric_limits<float>::signaling_NaN();
+    EXPECT_TRUE(std::isnan(kelvra::JsonReadBack(signalling)));
+    EXPECT_EQ(std::bit_cast<std::uint32_t>(kelvra::JsonReadBack(-signalling)),
+              std::bit_cast<std::uint32_t>(std::numeric_limits<float>::quiet_NaN()));
+    EXPECT_EQ(kelvra::JsonReadBack(INFINITY), INFINITY);
+    EXPECT_EQ(kelvra::JsonReadBack(-INFINITY), -INFINITY);
+    EXPECT_EQ(std::bit_cast<std::uint32_t>(kelvra::JsonReadBack(-0.0f)), 0x80000000u);
 }
 
 TEST(DocumentJsonTest, ADocumentFilledThroughTheSuitesShowsItsCustomColoursByName) {
