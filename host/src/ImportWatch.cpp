@@ -15,24 +15,25 @@ ImportWatch::DefinitionKey ImportWatch::KeyOf(const KVCustomColor& definition) {
     return key;
 }
 
-void ImportWatch::Begin() { Reset(true); }
+void ImportWatch::Begin() {
+    Reset(true);
+    ++import_;
+}
 
 void ImportWatch::Reset(bool active) {
     watched_.clear();
     details_.clear();
-    index_.Clear();
     active_ = active;
 }
 
-ImportWatch::Watched& ImportWatch::Entry(const CustomColor& color) {
-    // The colour just made is the one the next calls are about.
-    if (!watched_.empty() && watched_.back().color == &color) return watched_.back();
-    if (const std::uint32_t* at = index_.Find(&color)) return watched_[*at];
-    // Room first, so that a host out of memory leaves no index entry behind.
-    if (watched_.size() == watched_.capacity()) watched_.reserve(2 * watched_.size() + 16);
-    index_.Emplace(&color, std::uint32_t(watched_.size()));
+ImportWatch::Watched& ImportWatch::Entry(CustomColor& color) {
+    // The colour's own mark finds its entry; the entry's address tells a
+    // copy of a watched colour, which carries the mark along, from it.
+    if (color.watchedBy == import_ && watched_[color.watchEntry].color == &color) return watched_[color.watchEntry];
     Watched& watched = watched_.emplace_back();
     watched.color = &color;
+    color.watchedBy = import_;
+    color.watchEntry = std::uint32_t(watched_.size() - 1);
     return watched;
 }
 
@@ -44,14 +45,14 @@ ImportWatch::Details& ImportWatch::DetailsOf(Watched& watched) {
     return details_[watched.details];
 }
 
-void ImportWatch::Made(const CustomColor& color) {
+void ImportWatch::Made(CustomColor& color) {
     if (!active_) return;
     Watched& watched = Entry(color);
     watched.made = true;
     watched.defined = true;
 }
 
-void ImportWatch::Redefined(const CustomColor& color, const KVCustomColor& previous) {
+void ImportWatch::Redefined(CustomColor& color, const KVCustomColor& previous) {
     if (!active_) return;
     Watched& watched = Entry(color);
     if (!watched.made && !watched.redefined) {
@@ -73,7 +74,7 @@ void ImportWatch::Redefined(const CustomColor& color, const KVCustomColor& previ
     }
 }
 
-void ImportWatch::Shown(const CustomColor& color, const Swatch& swatch) {
+void ImportWatch::Shown(CustomColor& color, const Swatch& swatch) {
     if (!active_) return;
     Watched& watched = Entry(color);
     if (watched.firstSwatch == nullptr) {

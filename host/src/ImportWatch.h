@@ -8,7 +8,6 @@
 #include <kelvra/Document.h>
 #include <kelvra/DocumentList.h>
 #include <kelvra/EventLog.h>
-#include <kelvra/FlatPointerMap.h>
 
 #include <array>
 #include <cstdint>
@@ -21,9 +20,9 @@ class ImportWatch {
 public:
     void Begin();
     // The suites report here; outside an import nothing is kept.
-    void Made(const CustomColor& color);
-    void Redefined(const CustomColor& color, const KVCustomColor& previous);
-    void Shown(const CustomColor& color, const Swatch& swatch);
+    void Made(CustomColor& color);
+    void Redefined(CustomColor& color, const KVCustomColor& previous);
+    void Shown(CustomColor& color, const Swatch& swatch);
     // The import's events, colour by colour in the order the import first
     // touched them; the watch stops.
     std::vector<Event> End(const DocumentList& documents);
@@ -53,14 +52,14 @@ private:
         std::set<DefinitionKey> definitions;   // once the import gave more than one
         std::set<const Swatch*> swatches;      // once more than one showed it
     };
-    Watched& Entry(const CustomColor& color);
+    Watched& Entry(CustomColor& color);
     Details& DetailsOf(Watched& watched);
     void Reset(bool active);
 
     bool active_ = false;
+    std::uint64_t import_ = 0;      // the running import's number, the first 1
     std::vector<Watched> watched_;  // in the order the import first touched them
     std::vector<Details> details_;
-    FlatPointerMap<const CustomColor*, std::uint32_t> index_;
 };
 
 }  // namespace kelvra

@@ -42,6 +42,11 @@ struct CustomColor {
     std::u16string name;  // unique within its document
     KVCustomColor definition{};
     std::int32_t bookId = 0;  // the colour book it comes from; 0: none
+    // Where the running import's watch (ImportWatch.h) keeps this colour,
+    // so that it is found without a table of every colour; meaningless
+    // unless `watchedBy` is that import's number.
+    std::uint64_t watchedBy = 0;
+    std::uint32_t watchEntry = 0;
 };
 
 // Where a swatch is: its group's index (0: the default group) and its index

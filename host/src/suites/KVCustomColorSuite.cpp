@@ -29,7 +29,7 @@ ZPErr NewCustomColor(HostState& host, const KVCustomColor* definition, KVUnicode
     if (!IsDefinition(definition) || text == nullptr) return kZPBadParameterErr;
     Document* document = host.documents.Current();
     if (document == nullptr) return kZPNoDocumentErr;
-    const CustomColor* made = document->NewCustomColor(text->units, *definition);
+    CustomColor* made = document->NewCustomColor(text->units, *definition);
     if (made == nullptr) return kZPBadParameterErr;
     host.imports.Made(*made);
     *customColor = HandleOf(*made);

@@ -78,7 +78,7 @@ ZPErr SetSwatchColor(HostState& host, KVSwatchRef swatch, const KVColor* color) 
     Document* document = host.documents.OwnerOf(swatch);
     if (document == nullptr || color == nullptr || !IsColorKind(color->kind)) return kZPBadParameterErr;
     // A swatch can only show a custom colour of its own document.
-    const CustomColor* custom = color->kind == kKVCustomColor ? document->Find(color->c.custom.color) : nullptr;
+    CustomColor* custom = color->kind == kKVCustomColor ? document->Find(color->c.custom.color) : nullptr;
     if (color->kind == kKVCustomColor && custom == nullptr) return kZPBadParameterErr;
     Swatch& found = *document->Find(swatch);
     found.color = *color;
