@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <limits>
+#include <string_view>
 
 namespace kelvra::cli {
 
@@ -19,7 +20,8 @@ namespace {
 using nlohmann::json;
 
 // `value` rounded to `decimals` places, half away from zero; -0 is 0.
-void WriteRounded(std::ostream& out, double value, int decimals) {
+template <typename Out>
+void WriteRounded(Out& out, double value, int decimals) {
     const double scale = decimals == 0 ? 1.0 : std::pow(10.0, decimals);
     const double rounded = std::round(value * scale) / scale + 0.0;
     char text[400];
@@ -28,11 +30,12 @@ void WriteRounded(std::ostream& out, double value, int decimals) {
     const bool whole = decimals == 0 && std::abs(rounded) < 1e15;
     const auto end = whole ? std::to_chars(std::begin(text), std::end(text), std::int64_t(rounded)).ptr
                            : std::to_chars(std::begin(text), std::end(text), rounded, std::chars_format::fixed, decimals).ptr;
-    out.write(text, end - text);
+    out << std::string_view(text, std::size_t(end - text));
 }
 
 // A value scaled for a person, or its name when it is not a number.
-void WriteScaled(std::ostream& out, float value, double scale, int decimals) {
+template <typename Out>
+void WriteScaled(Out& out, float value, double scale, int decimals) {
     if (std::isfinite(value)) WriteRounded(out, double(value) * scale, decimals);
     else out << FloatText(value);
 }
@@ -50,6 +53,53 @@ int NearestCubeStep(int channel) {
 int Distance(Srgb color, int red, int green, int blue) {
     const int r = color.red - red, g = color.green - green, b = color.blue - blue;
     return r * r + g * g + b * b;
+}
+
+template <typename Out>
+void WritePercentTo(Out& out, float fraction) {
+    WriteScaled(out, fraction, 100, 0);
+    if (std::isfinite(fraction)) out << '%';
+}
+
+template <typename Out>
+void WriteValuesTo(Out& out, const ColorValues& color) {
+    const auto& v = color.values;
+    switch (color.model) {
+    case ColorValues::Model::Gray:
+        out << "gray ";
+        WritePercentTo(out, v[0]);
+        return;
+    case ColorValues::Model::Rgb:
+        out << "rgb";
+        for (std::size_t i = 0; i < 3; ++i) WriteScaled(out << ' ', v[i], 255, 0);
+        return;
+    case ColorValues::Model::Cmyk:
+        out << "cmyk";
+        for (std::size_t i = 0; i < 4; ++i) WritePercentTo(out << ' ', v[i]);
+        return;
+    case ColorValues::Model::Lab:
+        out << "lab";
+        for (std::size_t i = 0; i < 3; ++i) WriteScaled(out << ' ', v[i], 1, 1);
+        return;
+    }
+}
+
+template <typename Out>
+void WriteHexTo(Out& out, Srgb color) { out << color::HexColour({color.red, color.green, color.blue}); }
+
+template <typename Out>
+void WriteChipTo(Out& out, const std::optional<Srgb>& color, ChipDepth depth) {
+    if (depth == ChipDepth::None) return;
+    if (!color) {
+        out << "   ";
+        return;
+    }
+    if (depth == ChipDepth::TrueColor) {
+        out << "\x1b[48;2;" << int(color->red) << ';' << int(color->green) << ';' << int(color->blue) << 'm';
+    } else {
+        out << "\x1b[48;5;" << int(NearestOf256(*color)) << 'm';
+    }
+    out << "  \x1b[0m ";
 }
 
 }  // namespace
@@ -85,33 +135,6 @@ ColorValues ColorValuesOf(const KVCustomColor& definition) {
     }
 }
 
-void WritePercent(std::ostream& out, float fraction) {
-    WriteScaled(out, fraction, 100, 0);
-    if (std::isfinite(fraction)) out << '%';
-}
-
-void WriteValues(std::ostream& out, const ColorValues& color) {
-    const auto& v = color.values;
-    switch (color.model) {
-    case ColorValues::Model::Gray:
-        out << "gray ";
-        WritePercent(out, v[0]);
-        return;
-    case ColorValues::Model::Rgb:
-        out << "rgb";
-        for (std::size_t i = 0; i < 3; ++i) WriteScaled(out << ' ', v[i], 255, 0);
-        return;
-    case ColorValues::Model::Cmyk:
-        out << "cmyk";
-        for (std::size_t i = 0; i < 4; ++i) WritePercent(out << ' ', v[i]);
-        return;
-    case ColorValues::Model::Lab:
-        out << "lab";
-        for (std::size_t i = 0; i < 3; ++i) WriteScaled(out << ' ', v[i], 1, 1);
-        return;
-    }
-}
-
 std::array<float, 3> ShownChannels(const ColorValues& color) {
     const auto& v = color.values;
     switch (color.model) {
@@ -128,8 +151,6 @@ Srgb ShownColor(const ColorValues& color, float tint) {
     return {bytes[0], bytes[1], bytes[2]};
 }
 
-void WriteHex(std::ostream& out, Srgb color) { out << color::HexColour({color.red, color.green, color.blue}); }
-
 std::uint8_t NearestOf256(Srgb color) {
     const int r = NearestCubeStep(color.red), g = NearestCubeStep(color.green), b = NearestCubeStep(color.blue);
     const int cube = 16 + 36 * r + 6 * g + b;
@@ -141,18 +162,15 @@ std::uint8_t NearestOf256(Srgb color) {
     return std::uint8_t(Distance(color, level, level, level) < cubeDistance ? 232 + step : cube);
 }
 
-void WriteChip(std::ostream& out, const std::optional<Srgb>& color, ChipDepth depth) {
-    if (depth == ChipDepth::None) return;
-    if (!color) {
-        out << "   ";
-        return;
-    }
-    if (depth == ChipDepth::TrueColor) {
-        out << "\x1b[48;2;" << int(color->red) << ';' << int(color->green) << ';' << int(color->blue) << 'm';
-    } else {
-        out << "\x1b[48;5;" << int(NearestOf256(*color)) << 'm';
-    }
-    out << "  \x1b[0m ";
+void WritePercent(std::ostream& out, float fraction) { WritePercentTo(out, fraction); }
+void WritePercent(commandline::OutputBuffer& out, float fraction) { WritePercentTo(out, fraction); }
+void WriteValues(std::ostream& out, const ColorValues& color) { WriteValuesTo(out, color); }
+void WriteValues(commandline::OutputBuffer& out, const ColorValues& color) { WriteValuesTo(out, color); }
+void WriteHex(std::ostream& out, Srgb color) { WriteHexTo(out, color); }
+void WriteHex(commandline::OutputBuffer& out, Srgb color) { WriteHexTo(out, color); }
+void WriteChip(std::ostream& out, const std::optional<Srgb>& color, ChipDepth depth) { WriteChipTo(out, color, depth); }
+void WriteChip(commandline::OutputBuffer& out, const std::optional<Srgb>& color, ChipDepth depth) {
+    WriteChipTo(out, color, depth);
 }
 
 }  // namespace kelvra::cli

@@ -1,12 +1,15 @@
 // How kelvra-host writes a colour for a person: its values in the units a
 // designer reads — ink as whole percentages, RGB as 0 to 255, Lab to one
 // decimal — the sRGB it shows as hex, and a chip of that colour for a
-// terminal. Everything is written straight to a stream.
+// terminal. Everything is written straight to a stream, or to an
+// OutputBuffer (commandline/OutputBuffer.h) where a line per swatch is
+// written.
 #pragma once
 
 #include "TerminalColor.h"
 
 #include <KVSwatchSuites.h>
+#include <OutputBuffer.h>
 
 #include <nlohmann/json.hpp>
 
@@ -40,6 +43,7 @@ ColorValues ColorValuesOf(const KVCustomColor& definition);
 // "gray 20%", "rgb 255 128 0", "cmyk 0% 20% 100% 0%", "lab 91.8 -5.0 73.0";
 // a value that is not a number is written by its name ("NaN", "Infinity").
 void WriteValues(std::ostream& out, const ColorValues& color);
+void WriteValues(commandline::OutputBuffer& out, const ColorValues& color);
 
 // What the colour looks like on screen, by the rules of color/ScreenColor.h:
 // ink is taken off white, Lab is converted as the host converts it; each
@@ -50,10 +54,12 @@ Srgb ShownColor(const ColorValues& color, float tint = 0);
 
 // "#RRGGBB".
 void WriteHex(std::ostream& out, Srgb color);
+void WriteHex(commandline::OutputBuffer& out, Srgb color);
 
 // A chip of two cells in the colour and a space; blanks as wide for no
 // colour; nothing at all for ChipDepth::None.
 void WriteChip(std::ostream& out, const std::optional<Srgb>& color, ChipDepth depth);
+void WriteChip(commandline::OutputBuffer& out, const std::optional<Srgb>& color, ChipDepth depth);
 
 // The nearest of the 256 colours of a colour terminal: the 6×6×6 cube
 // (16..231) or the gray ramp (232..255).
@@ -61,5 +67,6 @@ std::uint8_t NearestOf256(Srgb color);
 
 // A whole number of percent: "25%"; NaN and infinities by name.
 void WritePercent(std::ostream& out, float fraction);
+void WritePercent(commandline::OutputBuffer& out, float fraction);
 
 }  // namespace kelvra::cli

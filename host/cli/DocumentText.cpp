@@ -10,7 +10,7 @@ namespace kelvra::cli {
 namespace {
 
 // What a custom swatch shows: its colour's definition at its tint.
-void WriteCustom(std::ostream& out, const ShownSwatch& swatch) {
+void WriteCustom(commandline::OutputBuffer& out, const ShownSwatch& swatch) {
     const ShownCustomColor* color = swatch.customColor;
     if (color == nullptr) {
         out << "custom colour ";
@@ -41,7 +41,7 @@ std::optional<Srgb> Shown(const ShownSwatch& swatch) {
     return std::nullopt;
 }
 
-void WriteSwatch(std::ostream& out, const ShownSwatch& swatch, ChipDepth chips) {
+void WriteSwatch(commandline::OutputBuffer& out, const ShownSwatch& swatch, ChipDepth chips) {
     const std::optional<Srgb> shown = Shown(swatch);
     out << "    ";
     WriteChip(out, shown, chips);
@@ -56,6 +56,19 @@ void WriteSwatch(std::ostream& out, const ShownSwatch& swatch, ChipDepth chips) 
 }
 
 bool EndsWithSibilant(std::string_view noun) { return noun.ends_with("s") || noun.ends_with("ch"); }
+
+template <typename Out>
+void WriteCountTo(Out& out, std::size_t count, std::string_view noun) {
+    out << count << ' ' << noun;
+    if (count != 1) out << (EndsWithSibilant(noun) ? "es" : "s");
+}
+
+template <typename Out>
+void WriteCountsTo(Out& out, const DocumentCounts& counts) {
+    WriteCountTo(out, counts.swatches, "swatch");
+    WriteCountTo(out << " in ", counts.groups, "group");
+    WriteCountTo(out << ", ", counts.customColors, "custom colour");
+}
 
 }  // namespace
 
@@ -80,19 +93,13 @@ DocumentCounts CountsOf(const ShownDocument& document) {
     return counts;
 }
 
-void WriteCount(std::ostream& out, std::size_t count, std::string_view noun) {
-    out << count << ' ' << noun;
-    if (count != 1) out << (EndsWithSibilant(noun) ? "es" : "s");
-}
+void WriteCount(std::ostream& out, std::size_t count, std::string_view noun) { WriteCountTo(out, count, noun); }
 
-void WriteCounts(std::ostream& out, const DocumentCounts& counts) {
-    WriteCount(out, counts.swatches, "swatch");
-    WriteCount(out << " in ", counts.groups, "group");
-    WriteCount(out << ", ", counts.customColors, "custom colour");
-}
+void WriteCounts(std::ostream& out, const DocumentCounts& counts) { WriteCountsTo(out, counts); }
 
-void WriteDocument(std::ostream& out, ShownDocument& document, std::size_t number, const std::string& source,
+void WriteDocument(std::ostream& stream, ShownDocument& document, std::size_t number, const std::string& source,
                    ChipDepth chips) {
+    commandline::OutputBuffer out(stream);
     WriteJsonString(out << "document " << number << ' ', document.Name());
     if (!source.empty()) out << " (from " << source << ')';
     out << ":\n";
@@ -107,7 +114,7 @@ void WriteDocument(std::ostream& out, ShownDocument& document, std::size_t numbe
         if (swatches == 0) out << "    (no swatches)\n";
         for (std::size_t index = 0; index < swatches; ++index) WriteSwatch(out, document.Swatch(group, index), chips);
     }
-    WriteCounts(out << "  ", CountsOf(document));
+    WriteCountsTo(out << "  ", CountsOf(document));
     out << '\n';
 }
 

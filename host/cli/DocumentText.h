@@ -48,7 +48,8 @@ const nlohmann::json* CustomColorOf(const CustomColors& colors, const nlohmann::
 void WriteCounts(std::ostream& out, const DocumentCounts& counts);
 
 // `number` tells documents of the same name apart; `source` is the file the
-// document was opened as, empty for none.
+// document was opened as, empty for none. Gathered in an OutputBuffer, as a
+// line per swatch is many small pieces.
 void WriteDocument(std::ostream& out, ShownDocument& document, std::size_t number, const std::string& source,
                    ChipDepth chips);
 // The same from the JSON form.
