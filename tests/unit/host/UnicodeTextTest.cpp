@@ -18,6 +18,17 @@ TEST(UnicodeTextTest, BadUtf8BytesBecomeReplacementCharacters) {
     EXPECT_EQ(kelvra::Utf8ToUtf16("\xED\xA0\x80"), u"\uFFFD\uFFFD\uFFFD");  // encoded surrogate
 }
 
+TEST(UnicodeTextTest, TextAfterAnAsciiStartIsConvertedToo) {
+    EXPECT_EQ(kelvra::Utf16ToUtf8(u"Colour 12"), "Colour 12");
+    EXPECT_EQ(kelvra::Utf16ToUtf8(u"Gr\u00FCn 2"), "Gr\xC3\xBCn 2");
+    EXPECT_EQ(kelvra::Utf16ToUtf8(u"\u00FC"), "\xC3\xBC");
+    EXPECT_EQ(kelvra::Utf16ToUtf8(u"\x7F\x80"), "\x7F\xC2\x80");
+    EXPECT_EQ(kelvra::Utf16ToUtf8(u""), "");
+    // Longer than a string holds in itself.
+    EXPECT_EQ(kelvra::Utf16ToUtf8(u"A name of well over sixteen characters \u20AC"),
+              "A name of well over sixteen characters \xE2\x82\xAC");
+}
+
 TEST(UnicodeTextTest, LoneSurrogatesBecomeReplacementCharacters) {
     const std::u16string lone = {u'x', char16_t(0xD800), u'y', char16_t(0xDC00)};
     EXPECT_EQ(kelvra::Utf16ToUtf8(lone), "x\xEF\xBF\xBDy\xEF\xBF\xBD");
