@@ -1,5 +1,7 @@
 #include "JsonOutput.h"
 
+#include <algorithm>
+#include <bit>
 #include <cmath>
 #include <iterator>
 
@@ -13,8 +15,15 @@ void PrettyJson::BeforeItem() {
     if (levelEmpty_.empty()) return;
     if (!levelEmpty_.back()) out_ << ',';
     levelEmpty_.back() = false;
-    out_ << '\n';
-    for (std::size_t i = 0; i < levelEmpty_.size(); ++i) out_ << "  ";
+    NewLine(levelEmpty_.size());
+}
+
+void PrettyJson::NewLine(std::size_t depth) {
+    // A line break and the indent of all but the deepest levels in one piece.
+    static constexpr std::string_view kIndented = "\n                                                                ";
+    constexpr std::size_t kMostInOnePiece = (kIndented.size() - 1) / 2;
+    out_ << kIndented.substr(0, 1 + 2 * std::min(depth, kMostInOnePiece));
+    for (std::size_t i = kMostInOnePiece; i < depth; ++i) out_ << "  ";
 }
 
 void PrettyJson::Open(char bracket) {
@@ -26,10 +35,7 @@ void PrettyJson::Open(char bracket) {
 void PrettyJson::Close(char bracket) {
     const bool empty = levelEmpty_.back();
     levelEmpty_.pop_back();
-    if (!empty) {
-        out_ << '\n';
-        for (std::size_t i = 0; i < levelEmpty_.size(); ++i) out_ << "  ";
-    }
+    if (!empty) NewLine(levelEmpty_.size());
     out_ << bracket;
 }
 
@@ -61,10 +67,21 @@ void PrettyJson::Float(double number) {
         out_ << "null";
         return;
     }
-    // The library's own spelling of a double (shortest digits that read
-    // back, "1.0" for a whole number), which its dump uses.
-    char text[64];
-    out_ << std::string_view(text, nlohmann::detail::to_chars(text, std::end(text), number));
+    out_ << Spelling(number);
+}
+
+std::string_view PrettyJson::Spelling(double number) {
+    // A document's values repeat (a book has few distinct inks), so their
+    // spellings are kept by the double's bits, in the place those bits hash to.
+    const std::uint64_t bits = std::bit_cast<std::uint64_t>(number);
+    KnownSpelling& known = spellings_[(bits * 0x9E3779B97F4A7C15u) >> (64 - kSpellingBits)];
+    if (known.bits != bits) {
+        // The library's own spelling of a double (shortest digits that read
+        // back, "1.0" for a whole number), which its dump uses.
+        known.size = std::uint8_t(nlohmann::detail::to_chars(known.text, std::end(known.text), number) - known.text);
+        known.bits = bits;
+    }
+    return {known.text, known.size};
 }
 
 void PrettyJson::Null() {

@@ -11,6 +11,8 @@
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -52,10 +54,21 @@ private:
     void Close(char bracket);
     // The line break and indent before an item of the innermost level.
     void BeforeItem();
+    void NewLine(std::size_t depth);
+    // A finite double as the library spells it.
+    std::string_view Spelling(double number);
+
+    struct KnownSpelling {
+        std::uint64_t bits = 0x7FF8000000000001;  // a NaN's, which is never spelled
+        std::uint8_t size = 0;
+        char text[31];  // the longest spelling, "-2.2250738585072014e-308", is 24
+    };
+    static constexpr int kSpellingBits = 9;
 
     commandline::OutputBuffer& out_;
     std::vector<bool> levelEmpty_;  // per open object or array, the innermost last
     bool afterKey_ = false;
+    std::array<KnownSpelling, std::size_t(1) << kSpellingBits> spellings_{};
 };
 
 }  // namespace kelvra::cli
