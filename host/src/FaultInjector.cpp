@@ -65,17 +65,28 @@ bool FaultInjector::IsSuiteUnavailable(std::string_view name, std::int32_t versi
     });
 }
 
+const CallCounts& FaultInjector::Calls() const {
+    // Brought up to date in place: counts only grow, so no entry goes and
+    // what a caller holds of the map stays valid.
+    if (countedInCalls_ != totalCalls_) {
+        for (CallSite site = 0; site < callsBySite_.size(); ++site) {
+            if (callsBySite_[site] != 0) calls_[NameOf(site)] = callsBySite_[site];
+        }
+        countedInCalls_ = totalCalls_;
+    }
+    return calls_;
+}
+
 std::optional<ZPErr> FaultInjector::OnCall(std::string_view suite, std::string_view function) {
     return OnCall(CallSiteOf(suite, function));
 }
 
-std::optional<ZPErr> FaultInjector::OnCall(CallSite site) {
-    ++totalCalls_;
-    if (site >= counterBySite_.size()) counterBySite_.resize(site + 1, nullptr);
-    std::uint64_t*& counter = counterBySite_[site];
-    if (counter == nullptr) counter = &calls_.emplace(NameOf(site), 0).first->second;
-    ++*counter;
-    if (callFaults_.empty()) return std::nullopt;
+void FaultInjector::CountFirstCallAt(CallSite site) {
+    callsBySite_.resize(site + 1, 0);
+    ++callsBySite_[site];
+}
+
+std::optional<ZPErr> FaultInjector::ArmedFaultAt(CallSite site) {
     const auto& [suite, function] = NameOf(site);
     std::optional<ZPErr> failure;
     for (ArmedCallFault& armed : callFaults_) {

@@ -42,11 +42,6 @@ CallSite CallSiteOf(std::string_view suite, std::string_view function);
 
 class FaultInjector {
 public:
-    FaultInjector() = default;
-    // The counters per call site point into this object's own counts.
-    FaultInjector(const FaultInjector&) = delete;
-    FaultInjector& operator=(const FaultInjector&) = delete;
-
     // Acquiring `name` (in every version, or only in `version`) answers
     // kZPSuiteNotFoundErr.
     void MakeSuiteUnavailable(std::string name, std::optional<std::int32_t> version = {});
@@ -59,12 +54,20 @@ public:
     bool IsSuiteUnavailable(std::string_view name, std::int32_t version) const;
     // Counts one call of suite.function; the code to answer when it is to fail.
     std::optional<ZPErr> OnCall(std::string_view suite, std::string_view function);
-    std::optional<ZPErr> OnCall(CallSite site);
+    // Inline: every host suite call comes here, and without an armed fault
+    // it is two increments.
+    std::optional<ZPErr> OnCall(CallSite site) {
+        ++totalCalls_;
+        if (site < callsBySite_.size()) ++callsBySite_[site];
+        else CountFirstCallAt(site);
+        if (callFaults_.empty()) return std::nullopt;
+        return ArmedFaultAt(site);
+    }
 
     // Calls of host suite functions counted so far, in all and per
-    // (suite, function).
+    // (suite, function); the latter is brought up to date when asked for.
     std::uint64_t TotalCalls() const { return totalCalls_; }
-    const CallCounts& Calls() const { return calls_; }
+    const CallCounts& Calls() const;
     // The (suite, function) of each call a fault failed, in order, since the
     // last Clear(): which call it was that failed.
     const std::vector<std::pair<std::string, std::string>>& FailedCalls() const { return failedCalls_; }
@@ -74,12 +77,17 @@ private:
         CallFault fault;
         std::uint64_t seen = 0;
     };
+    void CountFirstCallAt(CallSite site);
+    std::optional<ZPErr> ArmedFaultAt(CallSite site);
+
     std::vector<std::pair<std::string, std::optional<std::int32_t>>> unavailable_;
     std::vector<ArmedCallFault> callFaults_;
     std::uint64_t totalCalls_ = 0;
-    CallCounts calls_;
-    // The counter in calls_ of each call site seen so far, by site.
-    std::vector<std::uint64_t*> counterBySite_;
+    // Calls by call site: counting a call is an increment, and the names
+    // are only looked at when the counts are asked for.
+    std::vector<std::uint64_t> callsBySite_;
+    mutable CallCounts calls_;
+    mutable std::uint64_t countedInCalls_ = 0;  // the total when calls_ was brought up to date
     std::vector<std::pair<std::string, std::string>> failedCalls_;
 };
 

@@ -13,6 +13,25 @@ TEST(FaultInjectorTest, NothingFailsWithoutAFault) {
     EXPECT_EQ(faults.Calls().at({"S", "f"}), 10u);
 }
 
+TEST(FaultInjectorTest, CallsAreCountedPerFunctionAndAskedForAsOftenAsWanted) {
+    kelvra::FaultInjector faults;
+    const kelvra::CallSite g = kelvra::CallSiteOf("S", "g");
+    kelvra::CallSiteOf("S", "never called");
+    faults.OnCall("S", "f");
+    faults.OnCall(g);
+    faults.OnCall("T", "f");
+    faults.OnCall(g);
+    EXPECT_EQ(faults.Calls(), (kelvra::CallCounts{{{"S", "f"}, 1}, {{"S", "g"}, 2}, {{"T", "f"}, 1}}));
+    faults.OnCall("S", "f");
+    faults.OnCall("U", "h");
+    EXPECT_EQ(faults.Calls(), (kelvra::CallCounts{{{"S", "f"}, 2}, {{"S", "g"}, 2}, {{"T", "f"}, 1}, {{"U", "h"}, 1}}));
+    EXPECT_EQ(faults.TotalCalls(), 6u);
+    // Each host counts its own calls.
+    kelvra::FaultInjector other;
+    other.OnCall(g);
+    EXPECT_EQ(other.Calls(), (kelvra::CallCounts{{{"S", "g"}, 1}}));
+}
+
 TEST(FaultInjectorTest, TheNthCallOfAnySuiteFailsOnce) {
     kelvra::FaultInjector faults;
     faults.FailCall({"", "", 3, false, kCode});
