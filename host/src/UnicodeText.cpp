@@ -1,6 +1,5 @@
 #include "UnicodeText.h"
 
-#include <algorithm>
 #include <cstddef>
 
 namespace kelvra {
@@ -77,13 +76,13 @@ std::u16string Utf8ToUtf16(std::string_view utf8) {
 }
 
 std::string Utf16ToUtf8(std::u16string_view utf16) {
-    // Names are nearly always ASCII: their ASCII start is copied without a
-    // check per character.
-    const std::size_t ascii =
-        std::size_t(std::find_if(utf16.begin(), utf16.end(), [](char16_t unit) { return unit >= 0x80; }) - utf16.begin());
-    std::string out(ascii, '\0');
-    std::transform(utf16.begin(), utf16.begin() + std::ptrdiff_t(ascii), out.begin(),
-                   [](char16_t unit) { return char(unit); });
+    // Names are nearly always ASCII: their ASCII start is copied unit by
+    // unit into room made once, without a check of the room per character.
+    std::string out(utf16.size(), '\0');
+    char* const text = out.data();
+    std::size_t ascii = 0;
+    for (; ascii < utf16.size() && utf16[ascii] < 0x80; ++ascii) text[ascii] = char(utf16[ascii]);
+    out.resize(ascii);
     for (std::size_t at = ascii; at < utf16.size(); ++at) {
         const char32_t unit = utf16[at];
         if (unit >= 0xD800 && unit <= 0xDBFF && at + 1 < utf16.size() && utf16[at + 1] >= 0xDC00 &&
