@@ -85,18 +85,20 @@ private:
 
 void ParseColorText(std::string_view text, std::int32_t encoding, std::int32_t count, void* values) {
     NumberReader reader(text);
-    for (std::int32_t i = 0; i < count; ++i) {
-        switch (encoding) {
-        case swatchbook::kInt8Encoding:
+    switch (encoding) {
+    case swatchbook::kInt8Encoding:
+        for (std::int32_t i = 0; i < count; ++i) {
             static_cast<std::uint8_t*>(values)[i] = static_cast<std::uint8_t>(reader.NextInteger());
-            break;
-        case swatchbook::kInt16Encoding:
-            static_cast<std::uint16_t*>(values)[i] = static_cast<std::uint16_t>(reader.NextInteger());
-            break;
-        default:
-            static_cast<double*>(values)[i] = reader.NextFloat();
-            break;
         }
+        break;
+    case swatchbook::kInt16Encoding:
+        for (std::int32_t i = 0; i < count; ++i) {
+            static_cast<std::uint16_t*>(values)[i] = static_cast<std::uint16_t>(reader.NextInteger());
+        }
+        break;
+    default:
+        for (std::int32_t i = 0; i < count; ++i) static_cast<double*>(values)[i] = reader.NextFloat();
+        break;
     }
 }
 

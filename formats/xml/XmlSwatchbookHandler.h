@@ -26,6 +26,9 @@ public:
     void StartElement(const char* name, const char** attributes);
     void EndElement();
     void CharacterData(const char* data, int length);
+    // Whether character data arriving now is collected (inside a colour's
+    // "C" and not in an element within it); all other text is ignored.
+    bool CollectsText() const { return Top() == State::ColorText; }
 
 private:
     enum class State : std::uint8_t {
