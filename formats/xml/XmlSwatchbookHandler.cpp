@@ -6,6 +6,7 @@
 #include "XmlAttributeValues.h"
 #include "XmlSwatchbookReader.h"
 #include "swatchbook/OrvikSwatchbook.h"
+#include "swatchbook/ReferenceBook.h"
 #include "text/Utf8.h"
 
 namespace formats::xml {
@@ -46,6 +47,7 @@ XmlSwatchbookHandler::XmlSwatchbookHandler(OrvikSwatchbook& book, std::uint32_t 
     : book_(book),
       keepKeys_((flags & kXmlSwatchbookKeepKeys) != 0),
       keepSpacers_((flags & kXmlSwatchbookKeepSpacers) != 0),
+      keysIgnored_(dynamic_cast<ReferenceBook*>(&book) != nullptr),
       text_(1, kReadChunkSize, kReadChunkSize) {
     stack_[0] = State::Document;
 }
@@ -149,7 +151,7 @@ XmlSwatchbookHandler::State XmlSwatchbookHandler::StartInSwatches(const char* na
         if (NameIs(attribute, "N")) {
             book_.SetSwatchName(currentSwatch_, Utf16(value));
         } else if (NameIs(attribute, "ID")) {
-            book_.SetSwatchKey(currentSwatch_, Utf16(value));
+            if (!keysIgnored_) book_.SetSwatchKey(currentSwatch_, Utf16(value));
         }
     });
     return State::Swatch;

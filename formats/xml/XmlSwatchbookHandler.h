@@ -64,6 +64,10 @@ private:
     OrvikSwatchbook& book_;
     const bool keepKeys_;
     const bool keepSpacers_;
+    // A ReferenceBook takes a swatch's key and keeps nothing of it (its
+    // SetSwatchKey is final), so for it the key is neither converted nor
+    // handed over.
+    const bool keysIgnored_;
     std::array<State, kStackSize> stack_{};
     std::size_t depth_ = 0;
     ByteBuffer text_;
