@@ -25,12 +25,23 @@ bool NameIs(const char* name, const char (&literal)[N]) {
     return true;
 }
 
-// Calls apply(name, value) for each attribute in document order, the value
-// already resolved by the localisation-key rule.
+// An attribute's value, resolved by the localisation-key rule only when it
+// is used, so that an attribute the book does not take costs nothing.
+class AttributeValue {
+public:
+    AttributeValue(const char* text, bool keepKeys) : text_(text), keepKeys_(keepKeys) {}
+    operator std::string_view() const { return ResolveAttributeValue(text_, keepKeys_); }
+
+private:
+    const char* text_;
+    bool keepKeys_;
+};
+
+// Calls apply(name, value) for each attribute in document order.
 template <typename Apply>
 void ForEachAttribute(const char** attributes, bool keepKeys, Apply apply) {
     for (; attributes[0] != nullptr; attributes += 2) {
-        apply(attributes[0], ResolveAttributeValue(attributes[1], keepKeys));
+        apply(attributes[0], AttributeValue(attributes[1], keepKeys));
     }
 }
 
@@ -80,7 +91,7 @@ void XmlSwatchbookHandler::CharacterData(const char* data, int length) {
 
 XmlSwatchbookHandler::State XmlSwatchbookHandler::StartInDocument(const char* name, const char** attributes) {
     if (!NameIs(name, "OrvikSwatchbook")) return State::Skip;
-    ForEachAttribute(attributes, keepKeys_, [this](const char* attribute, std::string_view value) {
+    ForEachAttribute(attributes, keepKeys_, [this](const char* attribute, AttributeValue value) {
         if (NameIs(attribute, "Version")) {
             book_.SetVersion(ParseDecimalInt(value));
         } else if (NameIs(attribute, "Title")) {
@@ -108,7 +119,7 @@ XmlSwatchbookHandler::State XmlSwatchbookHandler::StartInBook(const char* name) 
 XmlSwatchbookHandler::State XmlSwatchbookHandler::StartInFormats(const char* name, const char** attributes) {
     if (NameIs(name, "Format")) {
         const std::int32_t format = book_.AddFormat();
-        ForEachAttribute(attributes, keepKeys_, [this, format](const char* attribute, std::string_view value) {
+        ForEachAttribute(attributes, keepKeys_, [this, format](const char* attribute, AttributeValue value) {
             if (NameIs(attribute, "ID")) {
                 book_.SetFormatID(format, Utf16(value));
             } else if (NameIs(attribute, "ColorSpace")) {
@@ -147,7 +158,7 @@ XmlSwatchbookHandler::State XmlSwatchbookHandler::StartInSwatches(const char* na
 
     currentSwatch_ = book_.AddSwatch(-1);
     book_.SetSwatchKind(currentSwatch_, kind);
-    ForEachAttribute(attributes, keepKeys_, [this](const char* attribute, std::string_view value) {
+    ForEachAttribute(attributes, keepKeys_, [this](const char* attribute, AttributeValue value) {
         if (NameIs(attribute, "N")) {
             book_.SetSwatchName(currentSwatch_, Utf16(value));
         } else if (NameIs(attribute, "ID")) {
@@ -160,7 +171,7 @@ XmlSwatchbookHandler::State XmlSwatchbookHandler::StartInSwatches(const char* na
 XmlSwatchbookHandler::State XmlSwatchbookHandler::StartInSwatch(const char* name, const char** attributes) {
     if (NameIs(name, "C")) {
         currentColorFormat_ = 0;
-        ForEachAttribute(attributes, keepKeys_, [this](const char* attribute, std::string_view value) {
+        ForEachAttribute(attributes, keepKeys_, [this](const char* attribute, AttributeValue value) {
             if (NameIs(attribute, "F")) currentColorFormat_ = book_.FindFormat(Utf16(value));
         });
         text_.Clear();
@@ -179,7 +190,7 @@ XmlSwatchbookHandler::State XmlSwatchbookHandler::StartInPairs(const char* name,
     // Only the first pair names the book's affixes.
     if (!firstPairSeen_) {
         firstPairSeen_ = true;
-        ForEachAttribute(attributes, keepKeys_, [this](const char* attribute, std::string_view value) {
+        ForEachAttribute(attributes, keepKeys_, [this](const char* attribute, AttributeValue value) {
             if (NameIs(attribute, "Prefix")) {
                 book_.SetPrefix(Utf16(value));
             } else if (NameIs(attribute, "Postfix")) {
