@@ -20,11 +20,11 @@ struct ParserFree {
 };
 using ParserPtr = std::unique_ptr<std::remove_pointer_t<XML_Parser>, ParserFree>;
 
+void XMLCALL OnCharacterData(void* userData, const XML_Char* data, int length);
+
 // What the parser's callbacks reach. An exception must not unwind through
 // the parser's C frames: the first one is kept, the parse stopped, and
 // every later callback ignored.
-void XMLCALL OnCharacterData(void* userData, const XML_Char* data, int length);
-
 struct ParseContext {
     XML_Parser parser;
     xml::XmlSwatchbookHandler& handler;
