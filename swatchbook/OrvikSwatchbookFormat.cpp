@@ -149,12 +149,17 @@ bool OrvikSwatchbookFormat::SetFormatID(std::int32_t format, const std::u16strin
 
 std::int32_t OrvikSwatchbookFormat::FindFormat(const std::u16string& id) const {
     const std::int32_t count = CountFormats();
+    // Only a text of digits can be an index.
+    const bool digits = !id.empty() && id.front() >= u'0' && id.front() <= u'9';
     for (std::int32_t format = 0; format < count; ++format) {
         const std::uint32_t stored = formats_[static_cast<std::size_t>(format)].idId;
-        // A format without an identifier is known by its index.
-        char16_t digits[20];
-        if (strings_.Holds(stored, u"") ? id == Decimal(static_cast<std::size_t>(format), digits)
-                                        : strings_.Holds(stored, id)) {
+        // An identifier that is not empty matches itself; a format without
+        // one is known by its index.
+        if (!id.empty() && strings_.Holds(stored, id)) {
+            return format;
+        }
+        char16_t decimal[20];
+        if (digits && id == Decimal(static_cast<std::size_t>(format), decimal) && strings_.Holds(stored, u"")) {
             return format;
         }
     }

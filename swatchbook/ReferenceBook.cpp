@@ -148,12 +148,18 @@ std::int32_t ReferenceBook::SetSwatchKind(std::int32_t swatch, std::int32_t kind
 }
 
 bool ReferenceBook::SetSwatchName(std::int32_t swatch, const std::u16string& name) {
-    if (name.size() > kMaxNameUnits || !IsValidSwatch(swatch)) {
+    return SetSwatchNameUnits(swatch, reinterpret_cast<const std::uint8_t*>(name.data()), name.size());
+}
+
+bool ReferenceBook::SetSwatchNameUnits(std::int32_t swatch, const std::uint8_t* units, std::size_t count) {
+    if (count > kMaxNameUnits || !IsValidSwatch(swatch)) {
         return false;
     }
     char16_t* stored = swatches_[static_cast<std::size_t>(swatch)].name;
-    std::copy(name.begin(), name.end(), stored);
-    stored[name.size()] = u'\0';
+    if (count != 0) {
+        std::memcpy(stored, units, count * sizeof(char16_t));
+    }
+    stored[count] = u'\0';
     nameIndex_.Release();
     return true;
 }

@@ -97,6 +97,9 @@ public:
     std::int32_t SetSwatchKind(std::int32_t swatch, std::int32_t kind) final;
     // False for a name that with its terminator needs more than 64 bytes.
     bool SetSwatchName(std::int32_t swatch, const std::u16string& name) final;
+    // SetSwatchName for a name of `count` UTF-16 units in host order at
+    // `units`, which need not be aligned, as a reader finds it in its buffer.
+    bool SetSwatchNameUnits(std::int32_t swatch, const std::uint8_t* units, std::size_t count);
     // Catalogue keys and tints are accepted and not kept.
     bool SetSwatchKey(std::int32_t swatch, const std::u16string& key) final;
     bool SetSwatchTint(std::int32_t swatch, double tint) final;

@@ -34,14 +34,6 @@ std::uint32_t StringPool::Store(std::u16string_view text) {
     return static_cast<std::uint32_t>(index) + 1;
 }
 
-const StringPool::Entry* StringPool::LiveEntry(std::uint32_t id) const {
-    if (id == 0 || id > entries_.Count()) {
-        return nullptr;
-    }
-    const Entry& entry = entries_[id - 1];
-    return entry.offset == kReleased ? nullptr : &entry;
-}
-
 std::u16string StringPool::Lookup(std::uint32_t id) const {
     const Entry* entry = LiveEntry(id);
     if (entry == nullptr) {
@@ -52,13 +44,6 @@ std::u16string StringPool::Lookup(std::uint32_t id) const {
         std::memcpy(text.data(), bytes_.Data() + entry->offset, static_cast<std::size_t>(entry->length));
     }
     return text;
-}
-
-bool StringPool::Holds(std::uint32_t id, std::u16string_view text) const {
-    const Entry* entry = LiveEntry(id);
-    const std::size_t length = entry == nullptr ? 0 : static_cast<std::size_t>(entry->length);
-    return length == text.size() * sizeof(char16_t) &&
-           (length == 0 || std::memcmp(bytes_.Data() + entry->offset, text.data(), length) == 0);
 }
 
 void StringPool::Release(std::uint32_t id) {

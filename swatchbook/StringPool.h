@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string>
 #include <string_view>
 
@@ -22,8 +23,24 @@ public:
     std::u16string Lookup(std::uint32_t id) const;
 
     // Whether the string of `id` (as Lookup would answer it) is `text`,
-    // compared where it lies.
-    bool Holds(std::uint32_t id, std::u16string_view text) const;
+    // compared where it lies, unit by unit: format identifiers are short,
+    // and a library call to compare them took longer than the comparison.
+    bool Holds(std::uint32_t id, std::u16string_view text) const {
+        const Entry* entry = LiveEntry(id);
+        const std::size_t length = entry == nullptr ? 0 : static_cast<std::size_t>(entry->length);
+        if (length != text.size() * sizeof(char16_t)) {
+            return false;
+        }
+        const std::uint8_t* stored = length == 0 ? nullptr : bytes_.Data() + entry->offset;
+        for (std::size_t i = 0; i < text.size(); ++i) {
+            char16_t unit;
+            std::memcpy(&unit, stored + i * sizeof(char16_t), sizeof unit);
+            if (unit != text[i]) {
+                return false;
+            }
+        }
+        return true;
+    }
 
     // Gives the entry back for reuse; its bytes stay, dead, until Compact.
     // Ids that are not live are ignored.
@@ -49,7 +66,13 @@ private:
     static constexpr std::int32_t kReleased = -1;
     static constexpr std::int32_t kNoEntry = -1;
 
-    const Entry* LiveEntry(std::uint32_t id) const;
+    const Entry* LiveEntry(std::uint32_t id) const {
+        if (id == 0 || id > entries_.Count()) {
+            return nullptr;
+        }
+        const Entry& entry = entries_[id - 1];
+        return entry.offset == kReleased ? nullptr : &entry;
+    }
 
     GrowableRows<std::uint8_t> bytes_;
     GrowableRows<Entry> entries_;

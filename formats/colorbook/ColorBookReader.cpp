@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 #include <string>
+#include <type_traits>
 
 #include "formats/ReaderResult.h"
 #include "formats/streams/ByteBuffer.h"
@@ -151,8 +152,14 @@ void AddRecords(ByteCursor in, Book& book, std::uint16_t count, std::size_t chan
         if ((flags & kColorBookKeepKeys) == 0) record.name = CutLocalisationKey(record.name);
         const std::int32_t swatch = book.AddSwatch(-1);
         book.SetSwatchKind(swatch, kind);
-        record.name.CopyTo(name);
-        book.SetSwatchName(swatch, name);
+        // A reference book takes the name from where it lies, without a
+        // string in between.
+        if constexpr (std::is_same_v<Book, ReferenceBook>) {
+            book.SetSwatchNameUnits(swatch, record.name.units, record.name.count);
+        } else {
+            record.name.CopyTo(name);
+            book.SetSwatchName(swatch, name);
+        }
         if (flags & kColorBookWithCodes) {
             // Catalogue code bytes are characters of their byte value.
             // (resize and copy: assigning from byte iterators builds a temporary string)

@@ -49,10 +49,19 @@ bool ReadName(ByteCursor& in, bool keepKeys, std::u16string& name) {
     const std::size_t skipped = keepKeys ? 0 : KeyPrefixUnits(units, count);
     std::uint8_t* kept = units + 2 * skipped;
     const std::size_t keptCount = count - skipped;
-    SwapUtf16InPlace(kept, keptCount);
-    std::size_t length = 0;
-    while (length < keptCount && (kept[2 * length] | kept[2 * length + 1]) != 0) ++length;
-    CopyUtf16(kept, length, name);
+    // One pass: every kept unit swapped where it lies (later blocks may be
+    // read from these bytes) and copied into the name, which ends at the
+    // first zero unit.
+    name.resize(keptCount);
+    char16_t* out = name.data();
+    std::size_t length = keptCount;
+    for (std::size_t i = 0; i < keptCount; ++i) {
+        const std::uint16_t unit = LoadU16(kept + 2 * i);
+        std::memcpy(kept + 2 * i, &unit, 2);
+        out[i] = char16_t(unit);
+        if (unit == 0 && length == keptCount) length = i;
+    }
+    name.resize(length);
     return true;
 }
 

@@ -23,6 +23,9 @@ double PowerOfTen(std::size_t exponent) {
     return exponent < kPowersOfTen.size() ? kPowersOfTen[exponent] : std::pow(10.0, double(exponent));
 }
 
+// Any 15 decimal digits are below 2^53, the doubles' limit of exact integers.
+constexpr std::size_t kExactDigits = 15;
+
 class NumberReader {
 public:
     explicit NumberReader(std::string_view text) : text_(text) {}
@@ -49,8 +52,15 @@ public:
     // Digits, minus signs and points. The digits after the first point are
     // counted and the whole digit string divided once by ten to that power,
     // so "1.2.3" reads as 1.23.
+    //
+    // The digits are accumulated as v * 10 + d in double. Up to
+    // kExactDigits digits every step of that is an exact integer, so they
+    // are gathered in an integer first, which is quicker, and handed over
+    // to the double accumulation when more follow.
     double NextFloat() {
         SkipSpaces();
+        std::uint64_t exactDigits = 0;
+        std::size_t digitCount = 0;
         double digits = 0;
         bool negative = false;
         bool afterPoint = false;
@@ -58,7 +68,13 @@ public:
         for (; at_ < text_.size(); ++at_) {
             const char c = text_[at_];
             if (IsDigit(c)) {
-                digits = digits * 10 + (c - '0');
+                if (digitCount < kExactDigits) {
+                    exactDigits = exactDigits * 10 + std::uint64_t(c - '0');
+                } else {
+                    if (digitCount == kExactDigits) digits = double(exactDigits);
+                    digits = digits * 10 + (c - '0');
+                }
+                ++digitCount;
                 if (afterPoint) ++fractionDigits;
             } else if (c == '-') {
                 negative = true;
@@ -68,6 +84,7 @@ public:
                 break;
             }
         }
+        if (digitCount <= kExactDigits) digits = double(exactDigits);
         const double value = digits / PowerOfTen(fractionDigits);
         return negative ? -value : value;
     }
@@ -85,18 +102,20 @@ private:
 
 void ParseColorText(std::string_view text, std::int32_t encoding, std::int32_t count, void* values) {
     NumberReader reader(text);
-    for (std::int32_t i = 0; i < count; ++i) {
-        switch (encoding) {
-        case swatchbook::kInt8Encoding:
+    switch (encoding) {
+    case swatchbook::kInt8Encoding:
+        for (std::int32_t i = 0; i < count; ++i) {
             static_cast<std::uint8_t*>(values)[i] = static_cast<std::uint8_t>(reader.NextInteger());
-            break;
-        case swatchbook::kInt16Encoding:
-            static_cast<std::uint16_t*>(values)[i] = static_cast<std::uint16_t>(reader.NextInteger());
-            break;
-        default:
-            static_cast<double*>(values)[i] = reader.NextFloat();
-            break;
         }
+        break;
+    case swatchbook::kInt16Encoding:
+        for (std::int32_t i = 0; i < count; ++i) {
+            static_cast<std::uint16_t*>(values)[i] = static_cast<std::uint16_t>(reader.NextInteger());
+        }
+        break;
+    default:
+        for (std::int32_t i = 0; i < count; ++i) static_cast<double*>(values)[i] = reader.NextFloat();
+        break;
     }
 }
 

@@ -16,7 +16,7 @@ bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 }  // namespace
 
 std::string_view ResolveAttributeValue(std::string_view value, bool keepKeys) {
-    if (keepKeys || !value.starts_with("$$$")) return value;
+    if (keepKeys || value.size() < 3 || value[0] != '$' || value[1] != '$' || value[2] != '$') return value;
     const std::size_t equals = value.find('=', 3);
     if (equals == std::string_view::npos) return {};
     return value.substr(equals + 1);

@@ -6,6 +6,7 @@
 #include "XmlAttributeValues.h"
 #include "XmlSwatchbookReader.h"
 #include "swatchbook/OrvikSwatchbook.h"
+#include "swatchbook/ReferenceBook.h"
 #include "text/Utf8.h"
 
 namespace formats::xml {
@@ -14,12 +15,33 @@ using kv::Utf8ToUtf16;
 
 namespace {
 
-// Calls apply(name, value) for each attribute in document order, the value
-// already resolved by the localisation-key rule.
+// Whether the parser's zero-terminated `name` is `literal`, compared byte by
+// byte up to the first difference, without measuring the name first.
+template <std::size_t N>
+bool NameIs(const char* name, const char (&literal)[N]) {
+    for (std::size_t i = 0; i < N; ++i) {
+        if (name[i] != literal[i]) return false;
+    }
+    return true;
+}
+
+// An attribute's value, resolved by the localisation-key rule only when it
+// is used, so that an attribute the book does not take costs nothing.
+class AttributeValue {
+public:
+    AttributeValue(const char* text, bool keepKeys) : text_(text), keepKeys_(keepKeys) {}
+    operator std::string_view() const { return ResolveAttributeValue(text_, keepKeys_); }
+
+private:
+    const char* text_;
+    bool keepKeys_;
+};
+
+// Calls apply(name, value) for each attribute in document order.
 template <typename Apply>
 void ForEachAttribute(const char** attributes, bool keepKeys, Apply apply) {
     for (; attributes[0] != nullptr; attributes += 2) {
-        apply(std::string_view(attributes[0]), ResolveAttributeValue(attributes[1], keepKeys));
+        apply(attributes[0], AttributeValue(attributes[1], keepKeys));
     }
 }
 
@@ -36,6 +58,7 @@ XmlSwatchbookHandler::XmlSwatchbookHandler(OrvikSwatchbook& book, std::uint32_t 
     : book_(book),
       keepKeys_((flags & kXmlSwatchbookKeepKeys) != 0),
       keepSpacers_((flags & kXmlSwatchbookKeepSpacers) != 0),
+      keysIgnored_(dynamic_cast<ReferenceBook*>(&book) != nullptr),
       text_(1, kReadChunkSize, kReadChunkSize) {
     stack_[0] = State::Document;
 }
@@ -67,19 +90,19 @@ void XmlSwatchbookHandler::CharacterData(const char* data, int length) {
 }
 
 XmlSwatchbookHandler::State XmlSwatchbookHandler::StartInDocument(const char* name, const char** attributes) {
-    if (std::string_view(name) != "OrvikSwatchbook") return State::Skip;
-    ForEachAttribute(attributes, keepKeys_, [this](std::string_view attribute, std::string_view value) {
-        if (attribute == "Version") {
+    if (!NameIs(name, "OrvikSwatchbook")) return State::Skip;
+    ForEachAttribute(attributes, keepKeys_, [this](const char* attribute, AttributeValue value) {
+        if (NameIs(attribute, "Version")) {
             book_.SetVersion(ParseDecimalInt(value));
-        } else if (attribute == "Title") {
+        } else if (NameIs(attribute, "Title")) {
             book_.SetTitle(Utf16(value));
-        } else if (attribute == "BookID") {
+        } else if (NameIs(attribute, "BookID")) {
             book_.SetBookID(ParseDecimalInt(value));
-        } else if (attribute == "Prefix") {
+        } else if (NameIs(attribute, "Prefix")) {
             book_.SetPrefix(Utf16(value));
-        } else if (attribute == "Postfix") {
+        } else if (NameIs(attribute, "Postfix")) {
             book_.SetPostfix(Utf16(value));
-        } else if (attribute == "Copyright") {
+        } else if (NameIs(attribute, "Copyright")) {
             book_.SetCopyright(Utf16(value));
         }
     });
@@ -87,27 +110,26 @@ XmlSwatchbookHandler::State XmlSwatchbookHandler::StartInDocument(const char* na
 }
 
 XmlSwatchbookHandler::State XmlSwatchbookHandler::StartInBook(const char* name) const {
-    const std::string_view element(name);
-    if (element == "Formats") return State::Formats;
-    if (element == "Swatches") return State::Swatches;
-    if (element == "PrefixPostfixPairs") return State::Pairs;
+    if (NameIs(name, "Formats")) return State::Formats;
+    if (NameIs(name, "Swatches")) return State::Swatches;
+    if (NameIs(name, "PrefixPostfixPairs")) return State::Pairs;
     return State::Skip;
 }
 
 XmlSwatchbookHandler::State XmlSwatchbookHandler::StartInFormats(const char* name, const char** attributes) {
-    if (std::string_view(name) == "Format") {
+    if (NameIs(name, "Format")) {
         const std::int32_t format = book_.AddFormat();
-        ForEachAttribute(attributes, keepKeys_, [this, format](std::string_view attribute, std::string_view value) {
-            if (attribute == "ID") {
+        ForEachAttribute(attributes, keepKeys_, [this, format](const char* attribute, AttributeValue value) {
+            if (NameIs(attribute, "ID")) {
                 book_.SetFormatID(format, Utf16(value));
-            } else if (attribute == "ColorSpace") {
+            } else if (NameIs(attribute, "ColorSpace")) {
                 book_.SetFormatColorSpaceName(format, Utf16(value));
                 book_.SetFormatColorSpace(format, ColorSpaceFromName(value));
-            } else if (attribute == "Encoding") {
+            } else if (NameIs(attribute, "Encoding")) {
                 book_.SetFormatEncoding(format, EncodingFromName(value));
-            } else if (attribute == "Channels") {
+            } else if (NameIs(attribute, "Channels")) {
                 book_.SetFormatChannels(format, ParseDecimalInt(value));
-            } else if (attribute == "Condition") {
+            } else if (NameIs(attribute, "Condition")) {
                 book_.SetFormatCondition(format, Utf16(value));
             }
         });
@@ -117,15 +139,14 @@ XmlSwatchbookHandler::State XmlSwatchbookHandler::StartInFormats(const char* nam
 }
 
 XmlSwatchbookHandler::State XmlSwatchbookHandler::StartInSwatches(const char* name, const char** attributes) {
-    const std::string_view element(name);
     std::int32_t kind;
-    if (element == "Sp") {
+    if (NameIs(name, "Sp")) {
         kind = swatchbook::kSpotKind;
-    } else if (element == "Pr") {
+    } else if (NameIs(name, "Pr")) {
         kind = swatchbook::kGlobalKind;
-    } else if (element == "Pl") {
+    } else if (NameIs(name, "Pl")) {
         kind = swatchbook::kProcessKind;
-    } else if (element == "Spacer") {
+    } else if (NameIs(name, "Spacer")) {
         if (keepSpacers_) {
             const std::int32_t spacer = book_.AddSwatch(-1);
             book_.SetSwatchKind(spacer, swatchbook::kEmptyPlaceKind);
@@ -137,28 +158,27 @@ XmlSwatchbookHandler::State XmlSwatchbookHandler::StartInSwatches(const char* na
 
     currentSwatch_ = book_.AddSwatch(-1);
     book_.SetSwatchKind(currentSwatch_, kind);
-    ForEachAttribute(attributes, keepKeys_, [this](std::string_view attribute, std::string_view value) {
-        if (attribute == "N") {
+    ForEachAttribute(attributes, keepKeys_, [this](const char* attribute, AttributeValue value) {
+        if (NameIs(attribute, "N")) {
             book_.SetSwatchName(currentSwatch_, Utf16(value));
-        } else if (attribute == "ID") {
-            book_.SetSwatchKey(currentSwatch_, Utf16(value));
+        } else if (NameIs(attribute, "ID")) {
+            if (!keysIgnored_) book_.SetSwatchKey(currentSwatch_, Utf16(value));
         }
     });
     return State::Swatch;
 }
 
 XmlSwatchbookHandler::State XmlSwatchbookHandler::StartInSwatch(const char* name, const char** attributes) {
-    const std::string_view element(name);
-    if (element == "C") {
+    if (NameIs(name, "C")) {
         currentColorFormat_ = 0;
-        ForEachAttribute(attributes, keepKeys_, [this](std::string_view attribute, std::string_view value) {
-            if (attribute == "F") currentColorFormat_ = book_.FindFormat(Utf16(value));
+        ForEachAttribute(attributes, keepKeys_, [this](const char* attribute, AttributeValue value) {
+            if (NameIs(attribute, "F")) currentColorFormat_ = book_.FindFormat(Utf16(value));
         });
         text_.Clear();
         textLost_ = false;
         return State::ColorText;
     }
-    if (element == "A") {
+    if (NameIs(name, "A")) {
         currentColorFormat_ = 0;
         return State::Alternate;
     }
@@ -166,14 +186,14 @@ XmlSwatchbookHandler::State XmlSwatchbookHandler::StartInSwatch(const char* name
 }
 
 XmlSwatchbookHandler::State XmlSwatchbookHandler::StartInPairs(const char* name, const char** attributes) {
-    if (std::string_view(name) != "PrefixPostfixPair") return State::Skip;
+    if (!NameIs(name, "PrefixPostfixPair")) return State::Skip;
     // Only the first pair names the book's affixes.
     if (!firstPairSeen_) {
         firstPairSeen_ = true;
-        ForEachAttribute(attributes, keepKeys_, [this](std::string_view attribute, std::string_view value) {
-            if (attribute == "Prefix") {
+        ForEachAttribute(attributes, keepKeys_, [this](const char* attribute, AttributeValue value) {
+            if (NameIs(attribute, "Prefix")) {
                 book_.SetPrefix(Utf16(value));
-            } else if (attribute == "Postfix") {
+            } else if (NameIs(attribute, "Postfix")) {
                 book_.SetPostfix(Utf16(value));
             }
         });

@@ -26,6 +26,9 @@ public:
     void StartElement(const char* name, const char** attributes);
     void EndElement();
     void CharacterData(const char* data, int length);
+    // Whether character data arriving now is collected (inside a colour's
+    // "C" and not in an element within it); all other text is ignored.
+    bool CollectsText() const { return Top() == State::ColorText; }
 
 private:
     enum class State : std::uint8_t {
@@ -61,6 +64,10 @@ private:
     OrvikSwatchbook& book_;
     const bool keepKeys_;
     const bool keepSpacers_;
+    // A ReferenceBook takes a swatch's key and keeps nothing of it (its
+    // SetSwatchKey is final), so for it the key is neither converted nor
+    // handed over.
+    const bool keysIgnored_;
     std::array<State, kStackSize> stack_{};
     std::size_t depth_ = 0;
     ByteBuffer text_;

@@ -20,6 +20,8 @@ struct ParserFree {
 };
 using ParserPtr = std::unique_ptr<std::remove_pointer_t<XML_Parser>, ParserFree>;
 
+void XMLCALL OnCharacterData(void* userData, const XML_Char* data, int length);
+
 // What the parser's callbacks reach. An exception must not unwind through
 // the parser's C frames: the first one is kept, the parse stopped, and
 // every later callback ignored.
@@ -27,6 +29,16 @@ struct ParseContext {
     XML_Parser parser;
     xml::XmlSwatchbookHandler& handler;
     std::exception_ptr failure;
+    bool textHandlerSet = false;
+
+    // The parser is given a text handler only while the handler collects
+    // text, so that the white space between elements reaches no callback.
+    void FollowTextState() {
+        const bool collects = !failure && handler.CollectsText();
+        if (collects == textHandlerSet) return;
+        XML_SetCharacterDataHandler(parser, collects ? OnCharacterData : nullptr);
+        textHandlerSet = collects;
+    }
 
     template <typename Event>
     void Guard(Event event) {
@@ -43,11 +55,13 @@ struct ParseContext {
 void XMLCALL OnStartElement(void* userData, const XML_Char* name, const XML_Char** attributes) {
     auto& context = *static_cast<ParseContext*>(userData);
     context.Guard([&] { context.handler.StartElement(name, attributes); });
+    context.FollowTextState();
 }
 
 void XMLCALL OnEndElement(void* userData, const XML_Char*) {
     auto& context = *static_cast<ParseContext*>(userData);
     context.Guard([&] { context.handler.EndElement(); });
+    context.FollowTextState();
 }
 
 void XMLCALL OnCharacterData(void* userData, const XML_Char* data, int length) {
@@ -84,9 +98,9 @@ std::int32_t ReadXmlSwatchbook(OrvikSwatchbookStream& stream, OrvikSwatchbook& b
         return kReadStreamNotOpen;
     }
     ParseContext context{parser.get(), handler, nullptr};
+    context.FollowTextState();
     XML_SetUserData(parser.get(), &context);
     XML_SetElementHandler(parser.get(), OnStartElement, OnEndElement);
-    XML_SetCharacterDataHandler(parser.get(), OnCharacterData);
 
     const bool accepted = FeedStream(parser.get(), stream, chunk.get());
     if (context.failure) std::rethrow_exception(context.failure);

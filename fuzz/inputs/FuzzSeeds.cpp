@@ -205,6 +205,16 @@ std::vector<Seed> SmallXmlBooks() {
 </OrvikSwatchbook>
 )")},
             {"minimal.xml", ToBytes("<OrvikSwatchbook/>")},
+            // Formats found by index and by a digit identifier, and numbers of
+            // more digits than an integer gathers exactly.
+            {"lookups.xml", ToBytes(R"(<OrvikSwatchbook><Formats>
+<Format ColorSpace="RGB" Encoding="Float"/><Format ID="0" ColorSpace="CMYK" Encoding="Float"/><Format ColorSpace="LAB" Encoding="Int16"/>
+</Formats><Swatches>
+<Sp N="Index" ID="$$$/K=k"><C F="2">1 2 3</C></Sp>
+<Pr N="Digits" ID="7"><C F="0">0.1234567890123456789 12345678901234567890.5 -.000000000000000001 1</C></Pr>
+<Pl N="Unknown"><C F="9">1 2 3</C></Pl>
+</Swatches></OrvikSwatchbook>
+)")},
             {"entities.xml", ToBytes(R"(<!DOCTYPE a [<!ENTITY e "&#x41;&#x20;">]>
 <OrvikSwatchbook Title="&e;&e;"><Swatches><Sp N="A&amp;B"><C><![CDATA[0.5 0.25]]> 1</C></Sp></Swatches></OrvikSwatchbook>
 )")}};

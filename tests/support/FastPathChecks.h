@@ -43,8 +43,9 @@ std::string FormatLookupDifference(const ReferenceBook& book, std::int32_t forma
 // The two look-ups above for every swatch and every format of `book`.
 std::string LookupDifferences(ReferenceBook& book);
 
-// A reader run on a ReferenceBook, which it fills through direct calls and
-// with its swatch count reserved, beside the same reader run on a
+// A reader run on a ReferenceBook, which it fills through its fast paths
+// (direct calls, the swatch count reserved, names taken where they lie, keys
+// the book does not keep left out), beside the same reader run on a
 // ReferenceBook behind a ForwardingBook, which it fills through the
 // interface alone: the same result and the same book, every record byte
 // for byte. `read` runs the reader on the book it is given, from the start

@@ -71,9 +71,15 @@ std::u16string Utf8ToUtf16(std::string_view utf8) {
 // No sequence gives more code units than it has bytes, so the result is
 // written into room for one unit per byte and cut to what was written.
 void Utf8ToUtf16(std::string_view utf8, std::u16string& result) {
+    // A leading run of ASCII, most often the whole text, is widened unit by
+    // unit without decoding, and a text that is nothing else is not cut.
+    std::size_t at = 0;
+    while (at < utf8.size() && static_cast<unsigned char>(utf8[at]) < 0x80) ++at;
     result.resize(utf8.size());
     char16_t* out = result.data();
-    std::size_t at = 0;
+    for (std::size_t i = 0; i < at; ++i) out[i] = static_cast<unsigned char>(utf8[i]);
+    if (at == utf8.size()) return;
+    out += at;
     while (at < utf8.size()) {
         const auto lead = static_cast<unsigned char>(utf8[at]);
         if (lead < 0x80) {

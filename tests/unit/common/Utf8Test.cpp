@@ -11,6 +11,19 @@ TEST(Utf8ToUtf16, KeepsAsciiAsItIs) { EXPECT_EQ(Utf8ToUtf16("Red 032"), u"Red 03
 
 TEST(Utf8ToUtf16, EmptyGivesEmpty) { EXPECT_EQ(Utf8ToUtf16(""), u""); }
 
+TEST(Utf8ToUtf16, IntoReusedStorageGivesExactlyTheNewText) {
+    std::u16string text = u"a text longer than any of the next";
+    kv::Utf8ToUtf16("Red", text);
+    EXPECT_EQ(text, u"Red");
+    // An ASCII run, then a sequence to decode, then ASCII again.
+    kv::Utf8ToUtf16("Gr\xC3\xBCn 5", text);
+    EXPECT_EQ(text, u"Gr\u00FCn 5");
+    kv::Utf8ToUtf16("\xE2\x82\xAC", text);
+    EXPECT_EQ(text, u"\u20AC");
+    kv::Utf8ToUtf16("", text);
+    EXPECT_EQ(text, u"");
+}
+
 TEST(Utf8ToUtf16, DecodesTwoAndThreeByteSequences) {
     EXPECT_EQ(Utf8ToUtf16("\xC3\xA9t\xC3\xA9"), u"\u00E9t\u00E9");
     EXPECT_EQ(Utf8ToUtf16("\xE2\x82\xAC"), u"\u20AC");

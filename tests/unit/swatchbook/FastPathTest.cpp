@@ -2,8 +2,9 @@
 // same inputs: the conversion's tables and fixed-space converters beside the
 // rules worked out channel by channel, the reference book's name search and
 // the format table's identifier search beside the searches through the
-// interface's getters, and the readers filling a reference book directly
-// beside the same readers filling one they know only by its interface.
+// interface's getters, and the readers filling a reference book they know
+// by its type beside the same readers filling one they know only by its
+// interface.
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -13,6 +14,7 @@
 
 #include "formats/colorbook/ColorBookReader.h"
 #include "formats/exchange/SwatchExchangeReader.h"
+#include "formats/xml/XmlSwatchbookReader.h"
 #include "swatchbook/ColorValueConversion.h"
 #include "swatchbook/ReferenceBook.h"
 #include "swatchbook/SwatchbookCodes.h"
@@ -255,6 +257,37 @@ TEST(FastFillTest, SwatchExchangeFilesFillAReferenceBookAsThroughTheInterface) {
         for (std::size_t size = 0; size < whole.size(); size += 7) {
             EXPECT_EQ(ExchangeDifference(Bytes(whole.begin(), whole.begin() + std::ptrdiff_t(size)), flags), "")
                 << size << " bytes, flags " << flags;
+        }
+    }
+}
+
+std::string XmlDifference(const std::string& document, std::uint32_t flags) {
+    return FilledBookDifference([&](OrvikSwatchbook& book) {
+        auto stream = testsupport::MemoryStream::Reading(Bytes(document.begin(), document.end()));
+        return formats::ReadXmlSwatchbook(stream, book, flags);
+    });
+}
+
+TEST(FastFillTest, XmlSwatchbooksFillAReferenceBookAsThroughTheInterface) {
+    // Keys of every kind (the reference book keeps none), formats found by
+    // identifier and by index, a colour of an unknown format, spacers and
+    // localisation keys.
+    const std::string whole =
+        "<?xml version=\"1.0\"?>\n<OrvikSwatchbook Version=\"2\" Title=\"$$$/T=Tones\" BookID=\"3002\">"
+        "<Formats><Format ID=\"rgb\" ColorSpace=\"RGB\" Encoding=\"Int8\"/>"
+        "<Format ColorSpace=\"CMYK\" Encoding=\"Float\"/><Format ID=\"1\" ColorSpace=\"LAB\" Encoding=\"Int16\"/>"
+        "</Formats><Swatches>"
+        "<Sp N=\"Red\" ID=\"R1\"><C F=\"rgb\">255 0 0</C></Sp>"
+        "<Pr N=\"$$$/K=Ink\" ID=\"$$$/K=\xC3\xA9\"><C F=\"1\">0.1 0.2 0.3 0.4</C></Pr>"
+        "<Spacer/><Pl ID=\"\" N=\"Gr\xC3\xBCn\"><C>12 34 56</C><A><C F=\"rgb\">1 2 3</C></A></Pl>"
+        "<Sp N=\"Lab\" ID=\"9\"><C F=\"2\">32768 100 65535</C></Sp>"
+        "<Sp N=\"None\" ID=\"x\"><C F=\"none\">1 2 3</C></Sp>"
+        "</Swatches></OrvikSwatchbook>\n";
+    for (std::uint32_t flags : {0u, 1u, 16u, 17u}) {
+        EXPECT_EQ(XmlDifference(whole, flags), "") << "flags " << flags;
+        // Cut anywhere: what was added before the parser failed must agree too.
+        for (std::size_t size = 0; size < whole.size(); size += 5) {
+            EXPECT_EQ(XmlDifference(whole.substr(0, size), flags), "") << size << " bytes, flags " << flags;
         }
     }
 }

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <cstring>
 #include <limits>
 #include <string>
 
@@ -116,6 +118,25 @@ TEST_F(ReferenceBookTest, ANameOf31UnitsIsAcceptedAnd32AreRefused) {
     EXPECT_EQ(book.GetSwatchName(swatch, false), longest);
     EXPECT_FALSE(book.SetSwatchName(swatch, std::u16string(32, u'y')));
     EXPECT_EQ(book.GetSwatchName(swatch, false), longest);
+}
+
+TEST_F(ReferenceBookTest, ANameTakenFromUnitsWhereTheyLieIsKeptAsAStringWouldBe) {
+    // Host-order units at an odd address, as a reader finds them in its buffer.
+    std::uint8_t buffer[1 + 2 * 32] = {};
+    const std::u16string longest(31, u'x');
+    std::memcpy(buffer + 1, longest.data(), 2 * longest.size());
+    const std::int32_t swatch = AddNamed(u"old");
+    EXPECT_TRUE(book.SetSwatchNameUnits(swatch, buffer + 1, 31));
+    EXPECT_EQ(book.GetSwatchName(swatch, false), longest);
+    EXPECT_FALSE(book.SetSwatchNameUnits(swatch, buffer + 1, 32));
+    EXPECT_EQ(book.GetSwatchName(swatch, false), longest);
+    const char16_t shorter[] = {u'R', u'e', u'd'};
+    std::memcpy(buffer + 1, shorter, sizeof shorter);
+    EXPECT_TRUE(book.SetSwatchNameUnits(swatch, buffer + 1, 3));
+    EXPECT_EQ(book.GetSwatchName(swatch, false), u"Red");
+    EXPECT_TRUE(book.SetSwatchNameUnits(swatch, buffer + 1, 0));
+    EXPECT_EQ(book.GetSwatchName(swatch, false), u"");
+    EXPECT_FALSE(book.SetSwatchNameUnits(swatch + 1, buffer + 1, 3));
 }
 
 TEST_F(ReferenceBookTest, AShorterNameReplacesALongerOne) {

@@ -5,6 +5,7 @@
 
 #include <cmath>
 #include <cstdint>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -57,6 +58,25 @@ TEST(ParseColorText, AccumulatesDigitsTimesTenInDouble) {
     for (char c : std::string_view("123456789012345678")) digits = digits * 10 + (c - '0');
     ASSERT_NE(digits, 123456789012345678.0);
     EXPECT_EQ(Floats("0.123456789012345678", 1)[0], digits / std::pow(10.0, 18));
+}
+
+TEST(ParseColorText, ReadsEveryCountOfDigitsAsTheRunningDoubleDoes) {
+    // Short digit strings are gathered in an integer first; at any length
+    // and with the point anywhere the result must be that of v * 10 + d in
+    // double, divided once.
+    for (const std::string_view stem : {"99999999999999999999", "12345678901234567891", "90071992547409931234"}) {
+        for (std::size_t length = 1; length <= stem.size(); ++length) {
+            double digits = 0;
+            for (char c : stem.substr(0, length)) digits = digits * 10 + (c - '0');
+            for (std::size_t point = 0; point <= length; ++point) {
+                std::string text(stem.substr(0, length));
+                text.insert(point, ".");
+                const double expected = digits / std::pow(10.0, double(length - point));
+                EXPECT_EQ(Floats(text, 1)[0], expected) << text;
+                EXPECT_EQ(Floats("-" + text, 1)[0], -expected) << text;
+            }
+        }
+    }
 }
 
 TEST(ParseColorText, AMinusAnywhereMakesTheNumberNegative) {
