@@ -10,7 +10,10 @@ namespace formats {
 
 namespace {
 
-constexpr std::int64_t kGrowthFactor = 16;
+// Sixteenfold while the buffer is small, fourfold beyond a mebibyte.
+constexpr std::int64_t kSmallGrowthFactor = 16;
+constexpr std::int64_t kLargeGrowthFactor = 4;
+constexpr std::int64_t kSmallBytes = std::int64_t(1) << 20;
 
 std::int32_t ElementsIn(std::int32_t size, std::int32_t elementSize) {
     return std::max<std::int32_t>(1, size / elementSize);
@@ -34,17 +37,21 @@ void ByteBuffer::Free() {
     capacity_ = 0;
 }
 
-// Capacity grows at least sixteenfold, so filling a buffer chunk by chunk
-// copies a fifteenth of the bytes once on average (a file of up to 1 MiB
-// only its first chunk); the part of the last growth that a read does not
-// reach is never touched, so it takes address space but no memory.
+// Capacity grows at least sixteenfold up to a mebibyte, so that a file of
+// up to 1 MiB filled chunk by chunk is copied only by its first chunk, and
+// at least fourfold beyond, so that a larger one is copied by a third of
+// its bytes on average while the room no read reaches stays below three
+// times the file. That room is never touched: it takes address space but
+// no memory.
 bool ByteBuffer::Reserve(std::int64_t needed) {
     if (needed <= capacity_) return true;
     constexpr std::int64_t kMaxCount = INT32_MAX;
     if (needed > kMaxCount || needed * elementSize_ > std::int64_t(PTRDIFF_MAX)) return false;
+    const std::int64_t factor =
+        std::int64_t(capacity_) * elementSize_ < kSmallBytes ? kSmallGrowthFactor : kLargeGrowthFactor;
     std::int64_t capacity = data_ == nullptr
                                 ? std::max<std::int64_t>(initialCount_, needed)
-                                : std::max({needed, std::int64_t(capacity_) + growthStep_, std::int64_t(capacity_) * kGrowthFactor});
+                                : std::max({needed, std::int64_t(capacity_) + growthStep_, std::int64_t(capacity_) * factor});
     capacity = std::min(capacity, kMaxCount);
     auto* data = new (std::nothrow) std::uint8_t[std::size_t(capacity * elementSize_)];
     if (data == nullptr) return false;

@@ -32,6 +32,8 @@ public:
 
     std::uint8_t* Data(std::int32_t index = 0) const { return data_ + std::int64_t(index) * elementSize_; }
     std::int32_t Count() const { return count_; }
+    // Elements there is room for before the buffer grows.
+    std::int32_t Capacity() const { return capacity_; }
     std::int32_t ElementSize() const { return elementSize_; }
     std::int32_t InitialCount() const { return initialCount_; }
     std::int32_t GrowthStep() const { return growthStep_; }

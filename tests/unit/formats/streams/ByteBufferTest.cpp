@@ -36,6 +36,30 @@ TEST(ByteBufferTest, AppendUnwrittenAnswersThePlaceOfTheNewElementsAndKeepsTheOl
     EXPECT_EQ(std::memcmp(buffer.Data(), "abcdefghij", 10), 0);
 }
 
+TEST(ByteBufferTest, RoomGrowsSixteenfoldUpToAMebibyteAndFourfoldBeyond) {
+    // A file read in chunks of 64 KiB.
+    ByteBuffer bytes(1, 65536, 65536);
+    ASSERT_NE(bytes.AppendUnwritten(65536), nullptr);
+    EXPECT_EQ(bytes.Capacity(), 65536);
+    ASSERT_NE(bytes.AppendUnwritten(65536), nullptr);
+    EXPECT_EQ(bytes.Capacity(), 1 << 20);
+    ASSERT_NE(bytes.AppendUnwritten((1 << 20) - 131072 + 1), nullptr);
+    EXPECT_EQ(bytes.Capacity(), 4 << 20);
+    // The mebibyte counts bytes, not elements: 262,144 elements of four
+    // bytes grow fourfold.
+    ByteBuffer words(4, 1 << 20, 4);
+    ASSERT_NE(words.AppendUnwritten(1 << 18), nullptr);
+    EXPECT_EQ(words.Capacity(), 1 << 18);
+    ASSERT_NE(words.AppendUnwritten(1), nullptr);
+    EXPECT_EQ(words.Capacity(), 1 << 20);
+    // The first room is what is asked for, at least the initial count.
+    ByteBuffer small(4, 4, 4);
+    ASSERT_NE(small.AppendUnwritten(2), nullptr);
+    EXPECT_EQ(small.Capacity(), 2);
+    ASSERT_NE(small.AppendUnwritten(1), nullptr);
+    EXPECT_EQ(small.Capacity(), 32);
+}
+
 TEST(ByteBufferTest, GrowingKeepsTheContentsAcrossManySteps) {
     ByteBuffer buffer(1, 16, 16);
     for (int i = 0; i < 1000; ++i) {
