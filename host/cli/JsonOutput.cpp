@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
+#include <cstring>
 #include <iterator>
 
 namespace kelvra::cli {
@@ -13,16 +14,24 @@ void PrettyJson::BeforeItem() {
         return;
     }
     if (levelEmpty_.empty()) return;
-    if (!levelEmpty_.back()) out_ << ',';
+    const bool comma = !levelEmpty_.back();
     levelEmpty_.back() = false;
-    NewLine(levelEmpty_.size());
+    NewLine(levelEmpty_.size(), comma);
 }
 
-void PrettyJson::NewLine(std::size_t depth) {
-    // A line break and the indent of all but the deepest levels in one piece.
-    static constexpr std::string_view kIndented = "\n                                                                ";
-    constexpr std::size_t kMostInOnePiece = (kIndented.size() - 1) / 2;
-    out_ << kIndented.substr(0, 1 + 2 * std::min(depth, kMostInOnePiece));
+void PrettyJson::NewLine(std::size_t depth, bool comma) {
+    // The comma, the line break and the indent of up to 32 levels are copied
+    // at one fixed size, a few moves without a length to dispatch on, and
+    // the piece's own length is kept.
+    static constexpr char kPiece[] = ",\n                                                                ";
+    constexpr std::size_t kPieceSize = sizeof(kPiece) - 1;
+    constexpr std::size_t kMostInOnePiece = (kPieceSize - 2) / 2;
+    const char* const from = comma ? kPiece : kPiece + 1;  // reads at most the final NUL
+    const std::size_t size = (comma ? 2 : 1) + 2 * std::min(depth, kMostInOnePiece);
+    out_.WriteAtMost(kPieceSize, [&](char* start) {
+        std::memcpy(start, from, kPieceSize);
+        return start + size;
+    });
     for (std::size_t i = kMostInOnePiece; i < depth; ++i) out_ << "  ";
 }
 
@@ -35,7 +44,7 @@ void PrettyJson::Open(char bracket) {
 void PrettyJson::Close(char bracket) {
     const bool empty = levelEmpty_.back();
     levelEmpty_.pop_back();
-    if (!empty) NewLine(levelEmpty_.size());
+    if (!empty) NewLine(levelEmpty_.size(), false);
     out_ << bracket;
 }
 

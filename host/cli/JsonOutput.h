@@ -52,9 +52,9 @@ public:
 private:
     void Open(char bracket);
     void Close(char bracket);
-    // The line break and indent before an item of the innermost level.
+    // The comma, line break and indent before an item of the innermost level.
     void BeforeItem();
-    void NewLine(std::size_t depth);
+    void NewLine(std::size_t depth, bool comma);
     // A finite double as the library spells it.
     std::string_view Spelling(double number);
 
