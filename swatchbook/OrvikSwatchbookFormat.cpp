@@ -48,14 +48,6 @@ std::int32_t OrvikSwatchbookFormat::CountFormats() const {
     return static_cast<std::int32_t>(formats_.Count());
 }
 
-std::int32_t OrvikSwatchbookFormat::GetFormatColorSpace(std::int32_t format) const {
-    return IsValidFormat(format) ? formats_[static_cast<std::size_t>(format)].colorSpace : 0;
-}
-
-std::int32_t OrvikSwatchbookFormat::GetFormatEncoding(std::int32_t format) const {
-    return IsValidFormat(format) ? formats_[static_cast<std::size_t>(format)].encoding : 0;
-}
-
 std::int32_t OrvikSwatchbookFormat::GetFormatChannels(std::int32_t format) const {
     return IsValidFormat(format) ? formats_[static_cast<std::size_t>(format)].channels : 0;
 }

@@ -29,8 +29,13 @@ public:
     void EndFill() override;
 
     std::int32_t CountFormats() const override;
-    std::int32_t GetFormatColorSpace(std::int32_t format) const override;
-    std::int32_t GetFormatEncoding(std::int32_t format) const override;
+    // Final and in line: the books' per-swatch writers read them.
+    std::int32_t GetFormatColorSpace(std::int32_t format) const final {
+        return IsValidFormat(format) ? FormatRow(format).colorSpace : 0;
+    }
+    std::int32_t GetFormatEncoding(std::int32_t format) const final {
+        return IsValidFormat(format) ? FormatRow(format).encoding : 0;
+    }
     std::u16string GetFormatCondition(std::int32_t format) const override;
     std::int32_t GetFormatChannels(std::int32_t format) const override;
     std::u16string GetFormatColorSpaceName(std::int32_t format, bool useDefault) const override;

@@ -11,9 +11,6 @@ using namespace swatchbook;
 
 namespace {
 
-// Names are kept in 64 bytes with their terminator.
-constexpr std::size_t kMaxNameUnits = 64 / sizeof(char16_t) - 1;
-
 const ReferenceSwatch kNoSwatch{};
 
 }  // namespace
@@ -62,10 +59,6 @@ bool ReferenceBook::IsDefaultGroup(std::int32_t) const { return false; }
 std::int32_t ReferenceBook::CountGroupSwatches() const { return -1; }
 bool ReferenceBook::SetGroupName(const std::u16string&) { return false; }
 std::u16string ReferenceBook::GetGroupName() const { return {}; }
-
-bool ReferenceBook::IsValidSwatch(std::int32_t swatch) const {
-    return swatch >= 0 && static_cast<std::size_t>(swatch) < swatches_.Count();
-}
 
 const ReferenceSwatch& ReferenceBook::GetSwatchRecord(std::int32_t swatch) const {
     return IsValidSwatch(swatch) ? swatches_[static_cast<std::size_t>(swatch)] : kNoSwatch;
@@ -120,52 +113,6 @@ double ReferenceBook::GetSwatchTint(std::int32_t, std::int32_t* ok) const {
     }
     return 0.0;
 }
-
-std::int32_t ReferenceBook::AddSwatch(std::int32_t position) {
-    const std::size_t count = swatches_.Count();
-    if (count == static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max())) {
-        return -1;
-    }
-    if (position < 0 || static_cast<std::size_t>(position) > count) {
-        position = static_cast<std::int32_t>(count);
-    }
-    if (!swatches_.Insert(static_cast<std::size_t>(position))) {
-        return -1;
-    }
-    nameIndex_.Release();
-    return position;
-}
-
-std::int32_t ReferenceBook::SetSwatchKind(std::int32_t swatch, std::int32_t kind) {
-    if (!IsValidSwatch(swatch)) {
-        return 0;
-    }
-    ReferenceSwatch& record = swatches_[static_cast<std::size_t>(swatch)];
-    if (kind >= kSpotKind && kind <= kProcessKind) {
-        record.kind = kind;
-    }
-    return record.kind;
-}
-
-bool ReferenceBook::SetSwatchName(std::int32_t swatch, const std::u16string& name) {
-    return SetSwatchNameUnits(swatch, reinterpret_cast<const std::uint8_t*>(name.data()), name.size());
-}
-
-bool ReferenceBook::SetSwatchNameUnits(std::int32_t swatch, const std::uint8_t* units, std::size_t count) {
-    if (count > kMaxNameUnits || !IsValidSwatch(swatch)) {
-        return false;
-    }
-    char16_t* stored = swatches_[static_cast<std::size_t>(swatch)].name;
-    if (count != 0) {
-        std::memcpy(stored, units, count * sizeof(char16_t));
-    }
-    stored[count] = u'\0';
-    nameIndex_.Release();
-    return true;
-}
-
-bool ReferenceBook::SetSwatchKey(std::int32_t, const std::u16string&) { return true; }
-bool ReferenceBook::SetSwatchTint(std::int32_t, double) { return true; }
 
 bool ReferenceBook::SetSwatchValuesNative(std::int32_t swatch, std::int32_t format, const void* values) {
     if (!IsValidFormat(format) || !IsValidSwatch(swatch)) {

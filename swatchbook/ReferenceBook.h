@@ -4,11 +4,14 @@
 #pragma once
 
 #include <cstdint>
+#include <cstring>
+#include <limits>
 #include <string>
 #include <string_view>
 
 #include "GrowableRows.h"
 #include "OrvikSwatchbookFormat.h"
+#include "SwatchbookCodes.h"
 
 // One swatch of a ReferenceBook; a new one is all zero.
 struct ReferenceSwatch {
@@ -86,8 +89,9 @@ public:
     // No tints: sets *ok to 1 and answers 0.0.
     double GetSwatchTint(std::int32_t swatch, std::int32_t* ok) const override;
 
-    // The writing operations a reader calls per swatch are final, so that a
-    // reader that knows it fills a ReferenceBook calls them directly.
+    // The writing operations a reader calls per swatch are final and defined
+    // below, so that a reader that knows it fills a ReferenceBook calls them
+    // directly and in line.
     //
     // Inserts a new swatch before `position`; a position outside 0..count
     // appends. The new swatch's index, or -1 when storage cannot grow.
@@ -105,6 +109,11 @@ public:
     bool SetSwatchTint(std::int32_t swatch, double tint) final;
     // Keeps the values as doubles, with the format's colour space.
     bool SetSwatchValuesNative(std::int32_t swatch, std::int32_t format, const void* values) override;
+    // The base's, with values already in the format's encoding handed to
+    // SetSwatchValuesNative in line.
+    bool SetSwatchValues(std::int32_t swatch, std::int32_t format, std::int32_t encoding, const void* values) final;
+    bool SetSwatchValuesInt8(std::int32_t swatch, std::int32_t format, const std::uint8_t* values) final;
+    bool SetSwatchValuesFloat(std::int32_t swatch, std::int32_t format, const double* values) final;
 
     // Room for `count` more swatches in storage of exactly the size they
     // need, for a reader that knows how many it will add: the swatches then
@@ -125,7 +134,12 @@ public:
     const ReferenceSwatch& GetSwatchRecord(std::int32_t swatch) const;
 
 private:
-    bool IsValidSwatch(std::int32_t swatch) const;
+    // With its terminator a name fills at most 64 bytes of its record.
+    static constexpr std::size_t kMaxNameUnits = 64 / sizeof(char16_t) - 1;
+
+    bool IsValidSwatch(std::int32_t swatch) const {
+        return swatch >= 0 && static_cast<std::size_t>(swatch) < swatches_.Count();
+    }
     std::u16string_view NameOf(std::int32_t swatch) const;
     // Sorts the swatch indices by name, equal names in index order; false
     // without memory for it.
@@ -144,3 +158,65 @@ private:
     // change, so it never refers to a record that moved.
     mutable swatchbook::GrowableRows<std::int32_t> nameIndex_;
 };
+
+inline std::int32_t ReferenceBook::AddSwatch(std::int32_t position) {
+    const std::size_t count = swatches_.Count();
+    if (count == static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max())) {
+        return -1;
+    }
+    if (position < 0 || static_cast<std::size_t>(position) > count) {
+        position = static_cast<std::int32_t>(count);
+    }
+    if (!swatches_.Insert(static_cast<std::size_t>(position))) {
+        return -1;
+    }
+    nameIndex_.Release();
+    return position;
+}
+
+inline std::int32_t ReferenceBook::SetSwatchKind(std::int32_t swatch, std::int32_t kind) {
+    if (!IsValidSwatch(swatch)) {
+        return 0;
+    }
+    ReferenceSwatch& record = swatches_[static_cast<std::size_t>(swatch)];
+    if (kind >= swatchbook::kSpotKind && kind <= swatchbook::kProcessKind) {
+        record.kind = kind;
+    }
+    return record.kind;
+}
+
+inline bool ReferenceBook::SetSwatchName(std::int32_t swatch, const std::u16string& name) {
+    return SetSwatchNameUnits(swatch, reinterpret_cast<const std::uint8_t*>(name.data()), name.size());
+}
+
+inline bool ReferenceBook::SetSwatchNameUnits(std::int32_t swatch, const std::uint8_t* units, std::size_t count) {
+    if (count > kMaxNameUnits || !IsValidSwatch(swatch)) {
+        return false;
+    }
+    char16_t* stored = swatches_[static_cast<std::size_t>(swatch)].name;
+    if (count != 0) {
+        std::memcpy(stored, units, count * sizeof(char16_t));
+    }
+    stored[count] = u'\0';
+    nameIndex_.Release();
+    return true;
+}
+
+inline bool ReferenceBook::SetSwatchKey(std::int32_t, const std::u16string&) { return true; }
+inline bool ReferenceBook::SetSwatchTint(std::int32_t, double) { return true; }
+
+inline bool ReferenceBook::SetSwatchValues(std::int32_t swatch, std::int32_t format, std::int32_t encoding,
+                                           const void* values) {
+    if (GetFormatEncoding(format) == encoding) {
+        return SetSwatchValuesNative(swatch, format, values);
+    }
+    return OrvikSwatchbook::SetSwatchValues(swatch, format, encoding, values);
+}
+
+inline bool ReferenceBook::SetSwatchValuesInt8(std::int32_t swatch, std::int32_t format, const std::uint8_t* values) {
+    return SetSwatchValues(swatch, format, swatchbook::kInt8Encoding, values);
+}
+
+inline bool ReferenceBook::SetSwatchValuesFloat(std::int32_t swatch, std::int32_t format, const double* values) {
+    return SetSwatchValues(swatch, format, swatchbook::kFloatEncoding, values);
+}

@@ -340,6 +340,65 @@ TEST_F(ReferenceBookTest, NullValuesCannotBeStored) {
 
 // --- Look-ups by full name
 
+// The book answers values already in the format's encoding in line; the
+// base's path (OrvikSwatchbook::SetSwatchValues, called by name) must give
+// the same answer and the same record for every colour space, format
+// encoding, given encoding, index and buffer, valid or not.
+TEST(ReferenceBookValues, TheInLinePathAnswersAndStoresAsTheBasesPath) {
+    const std::uint8_t int8[kMaxChannels] = {0, 77, 128, 255};
+    const std::uint16_t int16[kMaxChannels] = {0, 4000, 32768, 65535};
+    const double float64[kMaxChannels] = {-0.5, 0.25, 1.5, 100.0};
+    const void* const buffers[] = {int8, int16, float64, nullptr};
+    int compared = 0;
+    for (std::int32_t colorSpace = 0; colorSpace <= kXYZSpace + 1; ++colorSpace) {
+        for (std::int32_t formatEncoding = 0; formatEncoding <= kFloatEncoding + 1; ++formatEncoding) {
+            for (std::int32_t encoding = 0; encoding <= kFloatEncoding + 1; ++encoding) {
+                for (const void* values : buffers) {
+                    for (const std::int32_t format : {0, 1, -1}) {
+                        for (const std::int32_t swatch : {0, 1, -1}) {
+                            ReferenceBook books[2];
+                            for (ReferenceBook& each : books) {
+                                const std::int32_t added = each.AddFormat();
+                                each.SetFormatColorSpace(added, colorSpace);
+                                each.SetFormatEncoding(added, formatEncoding);
+                                each.AddSwatch(-1);
+                            }
+                            const bool inLine = books[0].SetSwatchValues(swatch, format, encoding, values);
+                            const bool base = books[1].OrvikSwatchbook::SetSwatchValues(swatch, format, encoding, values);
+                            ASSERT_EQ(inLine, base) << colorSpace << " " << formatEncoding << " " << encoding;
+                            ASSERT_EQ(std::memcmp(&books[0].GetSwatchRecord(0), &books[1].GetSwatchRecord(0),
+                                                  sizeof(ReferenceSwatch)),
+                                      0)
+                                << colorSpace << " " << formatEncoding << " " << encoding;
+                            compared += inLine ? 1 : 0;
+                        }
+                    }
+                }
+            }
+        }
+    }
+    EXPECT_GT(compared, 0);  // some calls stored values, so records were compared after a change
+}
+
+TEST_F(ReferenceBookTest, Int8AndFloatValuesGoThroughTheSameStoreAsTheGeneralCall) {
+    const std::int32_t cmykInt8 = AddFormatOf(kCMYKSpace, kInt8Encoding);
+    const std::int32_t rgbFloat = AddFormatOf(kRGBSpace, kFloatEncoding);
+    const std::int32_t first = book.AddSwatch(-1);
+    const std::int32_t second = book.AddSwatch(-1);
+    const std::uint8_t ink[4] = {255, 0, 128, 51};
+    const double light[4] = {0.25, 0.5, 1.0, 0.0};
+    ASSERT_TRUE(book.SetSwatchValuesInt8(first, cmykInt8, ink));
+    ASSERT_TRUE(book.SetSwatchValues(second, cmykInt8, kInt8Encoding, ink));
+    EXPECT_EQ(std::memcmp(&book.GetSwatchRecord(first), &book.GetSwatchRecord(second), sizeof(ReferenceSwatch)), 0);
+    ASSERT_TRUE(book.SetSwatchValuesFloat(first, rgbFloat, light));
+    ASSERT_TRUE(book.SetSwatchValues(second, rgbFloat, kFloatEncoding, light));
+    EXPECT_EQ(std::memcmp(&book.GetSwatchRecord(first), &book.GetSwatchRecord(second), sizeof(ReferenceSwatch)), 0);
+    EXPECT_EQ(book.GetSwatchRecord(first).colorSpace, kRGBSpace);
+    // Int8 values given for a Float format are converted first, as by the base.
+    EXPECT_TRUE(book.SetSwatchValuesInt8(first, rgbFloat, ink));
+    EXPECT_DOUBLE_EQ(book.GetSwatchRecord(first).values[0], 1.0);
+}
+
 TEST_F(ReferenceBookTest, TwoSwatchesNamedAlikeTheLookupFindsTheFirst) {
     AddNamed(u"Blue");
     AddNamed(u"Red");
