@@ -58,16 +58,13 @@ public:
     // Inserts one zero-filled row before `position` (at most Count()); false,
     // changing nothing, when the storage cannot grow.
     bool Insert(std::size_t position) {
-        if (!Append()) {
-            return false;
+        if (position == count_ && count_ < capacity_) {
+            // The common case, an append with room: in line, nothing to move.
+            std::memset(static_cast<void*>(rows_ + count_), 0, sizeof(Row));
+            ++count_;
+            return true;
         }
-        if (position == count_ - 1) {
-            return true;  // appended, already zero
-        }
-        Row* row = rows_ + position;
-        std::memmove(static_cast<void*>(row + 1), row, (count_ - 1 - position) * sizeof(Row));
-        std::memset(static_cast<void*>(row), 0, sizeof(Row));
-        return true;
+        return InsertGrowingOrMoving(position);
     }
 
     // Forgets the rows from `count` on and keeps the storage.
@@ -109,6 +106,20 @@ public:
 
 private:
     static constexpr std::size_t kMaxRows = static_cast<std::size_t>(std::numeric_limits<std::ptrdiff_t>::max()) / sizeof(Row);
+
+    // Insert when the storage must grow or rows must move up.
+    [[gnu::noinline]] bool InsertGrowingOrMoving(std::size_t position) {
+        if (!Append()) {
+            return false;
+        }
+        if (position == count_ - 1) {
+            return true;  // appended, already zero
+        }
+        Row* row = rows_ + position;
+        std::memmove(static_cast<void*>(row + 1), row, (count_ - 1 - position) * sizeof(Row));
+        std::memset(static_cast<void*>(row), 0, sizeof(Row));
+        return true;
+    }
 
     bool Reserve(std::size_t needed) {
         if (needed <= capacity_) {
