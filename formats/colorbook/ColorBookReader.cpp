@@ -160,7 +160,9 @@ void AddRecords(ByteCursor in, Book& book, std::uint16_t count, std::size_t chan
             record.name.CopyTo(name);
             book.SetSwatchName(swatch, name);
         }
-        if (flags & kColorBookWithCodes) {
+        // A reference book keeps no keys (its SetSwatchKey is final and
+        // stores nothing), so for it the code is not made into one.
+        if (!std::is_same_v<Book, ReferenceBook> && (flags & kColorBookWithCodes)) {
             // Catalogue code bytes are characters of their byte value.
             // (resize and copy: assigning from byte iterators builds a temporary string)
             code.resize(record.codeLength);
