@@ -345,9 +345,14 @@ TEST_F(ReferenceBookTest, NullValuesCannotBeStored) {
 // the same answer and the same record for every colour space, format
 // encoding, given encoding, index and buffer, valid or not.
 TEST(ReferenceBookValues, TheInLinePathAnswersAndStoresAsTheBasesPath) {
-    const std::uint8_t int8[kMaxChannels] = {0, 77, 128, 255};
-    const std::uint16_t int16[kMaxChannels] = {0, 4000, 32768, 65535};
+    // Each buffer holds four values of the widest encoding, whatever it is read as.
     const double float64[kMaxChannels] = {-0.5, 0.25, 1.5, 100.0};
+    double int16[kMaxChannels] = {};
+    const std::uint16_t int16Values[kMaxChannels] = {0, 4000, 32768, 65535};
+    std::memcpy(int16, int16Values, sizeof int16Values);
+    double int8[kMaxChannels] = {};
+    const std::uint8_t int8Values[kMaxChannels] = {0, 77, 128, 255};
+    std::memcpy(int8, int8Values, sizeof int8Values);
     const void* const buffers[] = {int8, int16, float64, nullptr};
     int compared = 0;
     for (std::int32_t colorSpace = 0; colorSpace <= kXYZSpace + 1; ++colorSpace) {
