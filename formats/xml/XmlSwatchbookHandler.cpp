@@ -47,23 +47,24 @@ void ForEachAttribute(const char** attributes, bool keepKeys, Apply apply) {
 
 // Room for the numbers of one colour in any encoding.
 union ColorValues {
-    std::uint8_t int8[XmlSwatchbookHandler::kMaxColorChannels];
-    std::uint16_t int16[XmlSwatchbookHandler::kMaxColorChannels];
-    double float64[XmlSwatchbookHandler::kMaxColorChannels];
+    std::uint8_t int8[kMaxColorChannels];
+    std::uint16_t int16[kMaxColorChannels];
+    double float64[kMaxColorChannels];
 };
 
 }  // namespace
 
-XmlSwatchbookHandler::XmlSwatchbookHandler(OrvikSwatchbook& book, std::uint32_t flags)
+template <typename FilledBook>
+XmlSwatchbookHandler<FilledBook>::XmlSwatchbookHandler(FilledBook& book, std::uint32_t flags)
     : book_(book),
       keepKeys_((flags & kXmlSwatchbookKeepKeys) != 0),
       keepSpacers_((flags & kXmlSwatchbookKeepSpacers) != 0),
-      keysIgnored_(dynamic_cast<ReferenceBook*>(&book) != nullptr),
       text_(1, kReadChunkSize, kReadChunkSize) {
     stack_[0] = State::Document;
 }
 
-void XmlSwatchbookHandler::StartElement(const char* name, const char** attributes) {
+template <typename FilledBook>
+void XmlSwatchbookHandler<FilledBook>::StartElement(const char* name, const char** attributes) {
     State child = State::Skip;
     switch (Top()) {
     case State::Document: child = StartInDocument(name, attributes); break;
@@ -78,18 +79,21 @@ void XmlSwatchbookHandler::StartElement(const char* name, const char** attribute
     if (depth_ < kStackSize) stack_[depth_] = child;
 }
 
-void XmlSwatchbookHandler::EndElement() {
+template <typename FilledBook>
+void XmlSwatchbookHandler<FilledBook>::EndElement() {
     const State ended = Top();
     --depth_;
     if (ended == State::ColorText && currentColorFormat_ >= 0) EndColor();
 }
 
-void XmlSwatchbookHandler::CharacterData(const char* data, int length) {
+template <typename FilledBook>
+void XmlSwatchbookHandler<FilledBook>::CharacterData(const char* data, int length) {
     if (Top() != State::ColorText || textLost_) return;
     if (text_.Append(data, length) == ByteBuffer::kAppendFailed) textLost_ = true;
 }
 
-XmlSwatchbookHandler::State XmlSwatchbookHandler::StartInDocument(const char* name, const char** attributes) {
+template <typename FilledBook>
+auto XmlSwatchbookHandler<FilledBook>::StartInDocument(const char* name, const char** attributes) -> State {
     if (!NameIs(name, "OrvikSwatchbook")) return State::Skip;
     ForEachAttribute(attributes, keepKeys_, [this](const char* attribute, AttributeValue value) {
         if (NameIs(attribute, "Version")) {
@@ -109,14 +113,16 @@ XmlSwatchbookHandler::State XmlSwatchbookHandler::StartInDocument(const char* na
     return State::Book;
 }
 
-XmlSwatchbookHandler::State XmlSwatchbookHandler::StartInBook(const char* name) const {
+template <typename FilledBook>
+auto XmlSwatchbookHandler<FilledBook>::StartInBook(const char* name) const -> State {
     if (NameIs(name, "Formats")) return State::Formats;
     if (NameIs(name, "Swatches")) return State::Swatches;
     if (NameIs(name, "PrefixPostfixPairs")) return State::Pairs;
     return State::Skip;
 }
 
-XmlSwatchbookHandler::State XmlSwatchbookHandler::StartInFormats(const char* name, const char** attributes) {
+template <typename FilledBook>
+auto XmlSwatchbookHandler<FilledBook>::StartInFormats(const char* name, const char** attributes) -> State {
     if (NameIs(name, "Format")) {
         const std::int32_t format = book_.AddFormat();
         ForEachAttribute(attributes, keepKeys_, [this, format](const char* attribute, AttributeValue value) {
@@ -138,7 +144,8 @@ XmlSwatchbookHandler::State XmlSwatchbookHandler::StartInFormats(const char* nam
     return State::Format;
 }
 
-XmlSwatchbookHandler::State XmlSwatchbookHandler::StartInSwatches(const char* name, const char** attributes) {
+template <typename FilledBook>
+auto XmlSwatchbookHandler<FilledBook>::StartInSwatches(const char* name, const char** attributes) -> State {
     std::int32_t kind;
     if (NameIs(name, "Sp")) {
         kind = swatchbook::kSpotKind;
@@ -162,13 +169,14 @@ XmlSwatchbookHandler::State XmlSwatchbookHandler::StartInSwatches(const char* na
         if (NameIs(attribute, "N")) {
             book_.SetSwatchName(currentSwatch_, Utf16(value));
         } else if (NameIs(attribute, "ID")) {
-            if (!keysIgnored_) book_.SetSwatchKey(currentSwatch_, Utf16(value));
+            if (!kKeysIgnored) book_.SetSwatchKey(currentSwatch_, Utf16(value));
         }
     });
     return State::Swatch;
 }
 
-XmlSwatchbookHandler::State XmlSwatchbookHandler::StartInSwatch(const char* name, const char** attributes) {
+template <typename FilledBook>
+auto XmlSwatchbookHandler<FilledBook>::StartInSwatch(const char* name, const char** attributes) -> State {
     if (NameIs(name, "C")) {
         currentColorFormat_ = 0;
         ForEachAttribute(attributes, keepKeys_, [this](const char* attribute, AttributeValue value) {
@@ -185,7 +193,8 @@ XmlSwatchbookHandler::State XmlSwatchbookHandler::StartInSwatch(const char* name
     return State::Skip;
 }
 
-XmlSwatchbookHandler::State XmlSwatchbookHandler::StartInPairs(const char* name, const char** attributes) {
+template <typename FilledBook>
+auto XmlSwatchbookHandler<FilledBook>::StartInPairs(const char* name, const char** attributes) -> State {
     if (!NameIs(name, "PrefixPostfixPair")) return State::Skip;
     // Only the first pair names the book's affixes.
     if (!firstPairSeen_) {
@@ -201,12 +210,14 @@ XmlSwatchbookHandler::State XmlSwatchbookHandler::StartInPairs(const char* name,
     return State::Pair;
 }
 
-const std::u16string& XmlSwatchbookHandler::Utf16(std::string_view value) {
+template <typename FilledBook>
+const std::u16string& XmlSwatchbookHandler<FilledBook>::Utf16(std::string_view value) {
     Utf8ToUtf16(value, utf16_);
     return utf16_;
 }
 
-void XmlSwatchbookHandler::EndColor() {
+template <typename FilledBook>
+void XmlSwatchbookHandler<FilledBook>::EndColor() {
     const std::int32_t channels = book_.GetFormatChannels(currentColorFormat_);
     const std::int32_t encoding = book_.GetFormatEncoding(currentColorFormat_);
     if (channels < 1 || channels > kMaxColorChannels || textLost_) return;
@@ -215,5 +226,8 @@ void XmlSwatchbookHandler::EndColor() {
     ParseColorText(text, encoding, channels, &values);
     book_.SetSwatchValuesNative(currentSwatch_, currentColorFormat_, &values);
 }
+
+template class XmlSwatchbookHandler<OrvikSwatchbook>;
+template class XmlSwatchbookHandler<ReferenceBook>;
 
 }  // namespace formats::xml

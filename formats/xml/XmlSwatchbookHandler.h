@@ -6,21 +6,26 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 #include "formats/streams/ByteBuffer.h"
 
 class OrvikSwatchbook;
+class ReferenceBook;
 
 namespace formats::xml {
 
+// More channels than any colour book uses; a colour whose format claims
+// more is dropped, so a hostile channel count cannot demand gigabytes.
+inline constexpr std::int32_t kMaxColorChannels = 256;
+
+// A template on the book, instantiated for any book and for a
+// ReferenceBook, which it fills through direct calls.
+template <typename FilledBook>
 class XmlSwatchbookHandler {
 public:
-    // More channels than any colour book uses; a colour whose format claims
-    // more is dropped, so a hostile channel count cannot demand gigabytes.
-    static constexpr std::int32_t kMaxColorChannels = 256;
-
     // `flags` are the reader's (XmlSwatchbookReader.h).
-    XmlSwatchbookHandler(OrvikSwatchbook& book, std::uint32_t flags);
+    XmlSwatchbookHandler(FilledBook& book, std::uint32_t flags);
 
     // `attributes` holds name/value pairs in document order, null-terminated.
     void StartElement(const char* name, const char** attributes);
@@ -61,13 +66,14 @@ private:
     // `value` as UTF-16 in storage kept for the next one.
     const std::u16string& Utf16(std::string_view value);
 
-    OrvikSwatchbook& book_;
-    const bool keepKeys_;
-    const bool keepSpacers_;
     // A ReferenceBook takes a swatch's key and keeps nothing of it (its
     // SetSwatchKey is final), so for it the key is neither converted nor
     // handed over.
-    const bool keysIgnored_;
+    static constexpr bool kKeysIgnored = std::is_same_v<FilledBook, ReferenceBook>;
+
+    FilledBook& book_;
+    const bool keepKeys_;
+    const bool keepSpacers_;
     std::array<State, kStackSize> stack_{};
     std::size_t depth_ = 0;
     ByteBuffer text_;
@@ -77,5 +83,8 @@ private:
     bool firstPairSeen_ = false;
     std::u16string utf16_;
 };
+
+extern template class XmlSwatchbookHandler<OrvikSwatchbook>;
+extern template class XmlSwatchbookHandler<ReferenceBook>;
 
 }  // namespace formats::xml

@@ -11,6 +11,7 @@
 #include "formats/ReaderResult.h"
 #include "formats/streams/OrvikSwatchbookStream.h"
 #include "swatchbook/OrvikSwatchbook.h"
+#include "swatchbook/ReferenceBook.h"
 
 namespace formats {
 namespace {
@@ -20,14 +21,16 @@ struct ParserFree {
 };
 using ParserPtr = std::unique_ptr<std::remove_pointer_t<XML_Parser>, ParserFree>;
 
+template <typename Handler>
 void XMLCALL OnCharacterData(void* userData, const XML_Char* data, int length);
 
 // What the parser's callbacks reach. An exception must not unwind through
 // the parser's C frames: the first one is kept, the parse stopped, and
 // every later callback ignored.
+template <typename Handler>
 struct ParseContext {
     XML_Parser parser;
-    xml::XmlSwatchbookHandler& handler;
+    Handler& handler;
     std::exception_ptr failure;
     bool textHandlerSet = false;
 
@@ -36,7 +39,7 @@ struct ParseContext {
     void FollowTextState() {
         const bool collects = !failure && handler.CollectsText();
         if (collects == textHandlerSet) return;
-        XML_SetCharacterDataHandler(parser, collects ? OnCharacterData : nullptr);
+        XML_SetCharacterDataHandler(parser, collects ? OnCharacterData<Handler> : nullptr);
         textHandlerSet = collects;
     }
 
@@ -52,20 +55,23 @@ struct ParseContext {
     }
 };
 
+template <typename Handler>
 void XMLCALL OnStartElement(void* userData, const XML_Char* name, const XML_Char** attributes) {
-    auto& context = *static_cast<ParseContext*>(userData);
+    auto& context = *static_cast<ParseContext<Handler>*>(userData);
     context.Guard([&] { context.handler.StartElement(name, attributes); });
     context.FollowTextState();
 }
 
+template <typename Handler>
 void XMLCALL OnEndElement(void* userData, const XML_Char*) {
-    auto& context = *static_cast<ParseContext*>(userData);
+    auto& context = *static_cast<ParseContext<Handler>*>(userData);
     context.Guard([&] { context.handler.EndElement(); });
     context.FollowTextState();
 }
 
+template <typename Handler>
 void XMLCALL OnCharacterData(void* userData, const XML_Char* data, int length) {
-    auto& context = *static_cast<ParseContext*>(userData);
+    auto& context = *static_cast<ParseContext<Handler>*>(userData);
     context.Guard([&] { context.handler.CharacterData(data, length); });
 }
 
@@ -86,26 +92,38 @@ bool FeedStream(XML_Parser parser, OrvikSwatchbookStream& stream, char* chunk) {
 
 }  // namespace
 
-std::int32_t ReadXmlSwatchbook(OrvikSwatchbookStream& stream, OrvikSwatchbook& book, std::uint32_t flags) {
-    if (stream.IsOpen() == 0) return kReadStreamNotOpen;
+namespace {
+
+// A template, so that a ReferenceBook is filled through direct calls.
+template <typename Book>
+std::int32_t ReadInto(OrvikSwatchbookStream& stream, Book& book, std::uint32_t flags) {
     book.BeginFill();
 
-    xml::XmlSwatchbookHandler handler(book, flags);
+    using Handler = xml::XmlSwatchbookHandler<Book>;
+    Handler handler(book, flags);
     const std::unique_ptr<char[]> chunk(new (std::nothrow) char[kXmlFeedChunkSize]);
     const ParserPtr parser(XML_ParserCreate(nullptr));
     if (!chunk || !parser) {
         book.EndFill();
         return kReadStreamNotOpen;
     }
-    ParseContext context{parser.get(), handler, nullptr};
+    ParseContext<Handler> context{parser.get(), handler, nullptr};
     context.FollowTextState();
     XML_SetUserData(parser.get(), &context);
-    XML_SetElementHandler(parser.get(), OnStartElement, OnEndElement);
+    XML_SetElementHandler(parser.get(), OnStartElement<Handler>, OnEndElement<Handler>);
 
     const bool accepted = FeedStream(parser.get(), stream, chunk.get());
     if (context.failure) std::rethrow_exception(context.failure);
     book.EndFill();
     return accepted ? kReadOK : kReadXmlParseError;
+}
+
+}  // namespace
+
+std::int32_t ReadXmlSwatchbook(OrvikSwatchbookStream& stream, OrvikSwatchbook& book, std::uint32_t flags) {
+    if (stream.IsOpen() == 0) return kReadStreamNotOpen;
+    if (auto* reference = dynamic_cast<ReferenceBook*>(&book)) return ReadInto(stream, *reference, flags);
+    return ReadInto(stream, book, flags);
 }
 
 }  // namespace formats
