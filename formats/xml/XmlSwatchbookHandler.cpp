@@ -124,6 +124,7 @@ auto XmlSwatchbookHandler<FilledBook>::StartInBook(const char* name) const -> St
 template <typename FilledBook>
 auto XmlSwatchbookHandler<FilledBook>::StartInFormats(const char* name, const char** attributes) -> State {
     if (NameIs(name, "Format")) {
+        knownFormatCount_ = 0;  // the table changes
         const std::int32_t format = book_.AddFormat();
         ForEachAttribute(attributes, keepKeys_, [this, format](const char* attribute, AttributeValue value) {
             if (NameIs(attribute, "ID")) {
@@ -180,7 +181,7 @@ auto XmlSwatchbookHandler<FilledBook>::StartInSwatch(const char* name, const cha
     if (NameIs(name, "C")) {
         currentColorFormat_ = 0;
         ForEachAttribute(attributes, keepKeys_, [this](const char* attribute, AttributeValue value) {
-            if (NameIs(attribute, "F")) currentColorFormat_ = book_.FindFormat(Utf16(value));
+            if (NameIs(attribute, "F")) currentColorFormat_ = FindFormat(value);
         });
         text_.Clear();
         textLost_ = false;
@@ -208,6 +209,26 @@ auto XmlSwatchbookHandler<FilledBook>::StartInPairs(const char* name, const char
         });
     }
     return State::Pair;
+}
+
+template <typename FilledBook>
+std::int32_t XmlSwatchbookHandler<FilledBook>::FindFormat(std::string_view id) {
+    if constexpr (kFormatsKept) {
+        for (std::size_t i = 0; i < knownFormatCount_; ++i) {
+            const KnownFormat& known = knownFormats_[i];
+            if (std::string_view(known.id, known.size) == id) return known.format;
+        }
+    }
+    const std::int32_t format = book_.FindFormat(Utf16(id));
+    if constexpr (kFormatsKept) {
+        if (knownFormatCount_ < kMostKnownFormats && id.size() <= sizeof(KnownFormat::id)) {
+            KnownFormat& known = knownFormats_[knownFormatCount_++];
+            id.copy(known.id, id.size());
+            known.size = std::uint8_t(id.size());
+            known.format = format;
+        }
+    }
+    return format;
 }
 
 template <typename FilledBook>

@@ -82,6 +82,22 @@ private:
     std::int32_t currentColorFormat_ = 0;
     bool firstPairSeen_ = false;
     std::u16string utf16_;
+
+    // A ReferenceBook's FindFormat answers from its format table alone, and
+    // only this handler changes that table during a read: the answers for
+    // the identifiers seen since the table last changed are kept, so that
+    // each colour's format is neither converted nor searched for again.
+    struct KnownFormat {
+        char id[32];
+        std::uint8_t size;
+        std::int32_t format;
+    };
+    static constexpr std::size_t kMostKnownFormats = 16;
+    static constexpr bool kFormatsKept = std::is_same_v<FilledBook, ReferenceBook>;
+    // The format of identifier `id` (UTF-8, as the document gives it).
+    std::int32_t FindFormat(std::string_view id);
+    std::array<KnownFormat, kMostKnownFormats> knownFormats_{};
+    std::size_t knownFormatCount_ = 0;
 };
 
 extern template class XmlSwatchbookHandler<OrvikSwatchbook>;

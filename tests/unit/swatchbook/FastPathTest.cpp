@@ -292,6 +292,27 @@ TEST(FastFillTest, XmlSwatchbooksFillAReferenceBookAsThroughTheInterface) {
     }
 }
 
+TEST(FastFillTest, FormatsAddedAfterColoursAreFoundByLaterColours) {
+    // Colours look formats up before and after further "Formats": an answer
+    // kept from before a format was added or renamed must not be reused.
+    const std::string document =
+        "<OrvikSwatchbook><Formats><Format ID=\"a\" ColorSpace=\"RGB\" Encoding=\"Int8\"/></Formats>"
+        "<Swatches><Sp N=\"A1\"><C F=\"a\">1 2 3</C></Sp><Sp N=\"B1\"><C F=\"b\">4 5 6</C></Sp></Swatches>"
+        "<Formats><Format ID=\"b\" ColorSpace=\"CMYK\" Encoding=\"Int8\"/>"
+        "<Format ID=\"a\" ColorSpace=\"LAB\" Encoding=\"Int16\"/></Formats>"
+        "<Swatches><Sp N=\"B2\"><C F=\"b\">7 8 9 10</C></Sp><Sp N=\"A2\"><C F=\"a\">32768 1 2</C></Sp>"
+        "</Swatches></OrvikSwatchbook>";
+    EXPECT_EQ(XmlDifference(document, 0), "");
+    auto stream = testsupport::MemoryStream::Reading(Bytes(document.begin(), document.end()));
+    ReferenceBook book;
+    ASSERT_EQ(formats::ReadXmlSwatchbook(stream, book, 0), 0);
+    ASSERT_EQ(book.CountSwatches(), 4);
+    EXPECT_EQ(book.GetSwatchRecord(0).colorSpace, swatchbook::kRGBSpace);
+    EXPECT_EQ(book.GetSwatchRecord(1).colorSpace, 0);  // "b" did not exist yet
+    EXPECT_EQ(book.GetSwatchRecord(2).colorSpace, swatchbook::kCMYKSpace);
+    EXPECT_EQ(book.GetSwatchRecord(3).colorSpace, swatchbook::kRGBSpace);  // the first "a" still wins
+}
+
 TEST(FastFillTest, TheCheckSeesABookThatDiffers) {
     // A reader that gives the book it knows by type one more swatch.
     const std::string difference = FilledBookDifference([](OrvikSwatchbook& book) {
