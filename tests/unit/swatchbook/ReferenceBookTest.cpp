@@ -369,7 +369,8 @@ TEST(ReferenceBookValues, TheInLinePathAnswersAndStoresAsTheBasesPath) {
                                 each.AddSwatch(-1);
                             }
                             const bool inLine = books[0].SetSwatchValues(swatch, format, encoding, values);
-                            const bool base = books[1].OrvikSwatchbook::SetSwatchValues(swatch, format, encoding, values);
+                            const bool base =
+                                books[1].OrvikSwatchbook::SetSwatchValues(swatch, format, encoding, values);
                             ASSERT_EQ(inLine, base) << colorSpace << " " << formatEncoding << " " << encoding;
                             ASSERT_EQ(std::memcmp(&books[0].GetSwatchRecord(0), &books[1].GetSwatchRecord(0),
                                                   sizeof(ReferenceSwatch)),
