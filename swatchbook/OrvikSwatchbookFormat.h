@@ -48,8 +48,9 @@ public:
     bool SetFormatChannels(std::int32_t format, std::int32_t channels) override;
     bool SetFormatID(std::int32_t format, const std::u16string& id) override;
     // The search of the base, comparing the identifiers where they lie
-    // instead of copying each one out through GetFormatID.
-    std::int32_t FindFormat(const std::u16string& id) const override;
+    // instead of copying each one out through GetFormatID. Final: the XML
+    // reader keeps a reference book's answers while the table stands.
+    std::int32_t FindFormat(const std::u16string& id) const final;
 
 protected:
     OrvikSwatchbookFormat() = default;
