@@ -170,7 +170,7 @@ auto XmlSwatchbookHandler<FilledBook>::StartInSwatches(const char* name, const c
         if (NameIs(attribute, "N")) {
             book_.SetSwatchName(currentSwatch_, Utf16(value));
         } else if (NameIs(attribute, "ID")) {
-            if (!kKeysIgnored) book_.SetSwatchKey(currentSwatch_, Utf16(value));
+            if (!kFillsReferenceBook) book_.SetSwatchKey(currentSwatch_, Utf16(value));
         }
     });
     return State::Swatch;
@@ -213,14 +213,14 @@ auto XmlSwatchbookHandler<FilledBook>::StartInPairs(const char* name, const char
 
 template <typename FilledBook>
 std::int32_t XmlSwatchbookHandler<FilledBook>::FindFormat(std::string_view id) {
-    if constexpr (kFormatsKept) {
+    if constexpr (kFillsReferenceBook) {
         for (std::size_t i = 0; i < knownFormatCount_; ++i) {
             const KnownFormat& known = knownFormats_[i];
             if (std::string_view(known.id, known.size) == id) return known.format;
         }
     }
     const std::int32_t format = book_.FindFormat(Utf16(id));
-    if constexpr (kFormatsKept) {
+    if constexpr (kFillsReferenceBook) {
         if (knownFormatCount_ < kMostKnownFormats && id.size() <= sizeof(KnownFormat::id)) {
             KnownFormat& known = knownFormats_[knownFormatCount_++];
             id.copy(known.id, id.size());

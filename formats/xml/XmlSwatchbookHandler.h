@@ -68,8 +68,8 @@ private:
 
     // A ReferenceBook takes a swatch's key and keeps nothing of it (its
     // SetSwatchKey is final), so for it the key is neither converted nor
-    // handed over.
-    static constexpr bool kKeysIgnored = std::is_same_v<FilledBook, ReferenceBook>;
+    // handed over; and its formats' answers are kept (below).
+    static constexpr bool kFillsReferenceBook = std::is_same_v<FilledBook, ReferenceBook>;
 
     FilledBook& book_;
     const bool keepKeys_;
@@ -93,7 +93,6 @@ private:
         std::int32_t format;
     };
     static constexpr std::size_t kMostKnownFormats = 16;
-    static constexpr bool kFormatsKept = std::is_same_v<FilledBook, ReferenceBook>;
     // The format of identifier `id` (UTF-8, as the document gives it).
     std::int32_t FindFormat(std::string_view id);
     std::array<KnownFormat, kMostKnownFormats> knownFormats_{};
